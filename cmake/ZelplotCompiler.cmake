@@ -1,0 +1,12 @@
+# What every target of the project is compiled with.
+
+find_program(ZELPLOT_CCACHE ccache)
+if(ZELPLOT_CCACHE AND PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${ZELPLOT_CCACHE}")
+endif()
+
+# One place for the warnings, so that library, tests, examples and benchmarks keep the same level.
+add_library(zelplot_warnings INTERFACE)
+target_compile_options(zelplot_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    $<$<BOOL:${ZELPLOT_WARNINGS_AS_ERRORS}>:-Werror>)

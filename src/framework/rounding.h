@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+
+/** @file
+ * The library's one rule for turning a real number into a pixel or another integer: halves go
+ * upwards, also below zero, so that -2.5 gives -2 and a picture does not shift by a pixel where its
+ * coordinates change sign. Every function saturates and gives 0 for NaN; none is ever undefined.
+ */
+
+namespace rounding {
+
+/// Truncates towards zero; saturates at the given limits, which must be exact as a double.
+template<typename Integer>
+constexpr Integer truncateWithin(double value, Integer lowest, Integer highest)
+{
+    if (value != value)
+        return 0;
+    if (value <= static_cast<double>(lowest))
+        return lowest;
+    if (value >= static_cast<double>(highest))
+        return highest;
+    return static_cast<Integer>(value);
+}
+
+/// Halves upwards; saturates at the given limits, which must be well inside the integer type.
+template<typename Integer>
+constexpr Integer roundWithin(double value, Integer lowest, Integer highest)
+{
+    if (value != value)
+        return 0;
+    if (value <= static_cast<double>(lowest))
+        return lowest;
+    if (value >= static_cast<double>(highest))
+        return highest;
+    if (value >= 0.0) {
+        // value + 0.5 may reach the limit itself, never pass it.
+        double const raised = value + 0.5;
+        return raised >= static_cast<double>(highest) ? highest : static_cast<Integer>(raised);
+    }
+    auto const below = static_cast<std::int64_t>(value - 1.0);
+    auto const offset = static_cast<std::int64_t>(value - static_cast<double>(below) + 0.5);
+    return static_cast<Integer>(below + offset);
+}
+
+} // namespace rounding
+
+/// Towards zero.
+constexpr int truncateToInt(double value)
+{
+    return rounding::truncateWithin<int>(value, std::numeric_limits<int>::min(),
+                                         std::numeric_limits<int>::max());
+}
+
+/// Halves upwards.
+constexpr int roundHalfUp(double value)
+{
+    return rounding::roundWithin<int>(value, std::numeric_limits<int>::min(),
+                                      std::numeric_limits<int>::max());
+}
+
+/// Halves upwards; saturates at plus and minus 2^62, far beyond what a double can count singly.
+constexpr std::int64_t roundHalfUp64(double value)
+{
+    constexpr std::int64_t limit = std::int64_t(1) << 62;
+    return rounding::roundWithin<std::int64_t>(value, -limit, limit);
+}
+
+/**
+ * Pixels beyond this are far outside every screen. Saturating here leaves room in an int for
+ * offsets and differences of two coordinates, and a clipped line still leaves on its own side.
+ */
+constexpr int pixelLimit = 1 << 28;
+
+/// Viewport pixel of a coordinate: halves upwards, within plus and minus pixelLimit.
+constexpr int roundToPixel(double coordinate)
+{
+    return rounding::roundWithin<int>(coordinate, -pixelLimit, pixelLimit);
+}
