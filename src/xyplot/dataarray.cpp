@@ -1,0 +1,416 @@
+#include "dataarray.h"
+
+#include "debugtag.h"
+#include "memleaktracer.h"
+#include "rounding.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+quint32 DataArray::sTotalVectorMemoryConsumption = 0;
+
+namespace {
+DebugTag debugTag("DataArray", "src/xyplot/dataarray");
+
+/// The largest power of two in an int; thinning further leaves the factor there.
+constexpr int largestDecimationFactor = 1 << 30;
+
+bool isNaN(double value)
+{
+    return value != value;
+}
+} // namespace
+
+DataArray::DataArray()
+{
+    debugTag.ask();
+    MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("DataArray"));
+    resetStatistics();
+}
+
+DataArray::~DataArray()
+{
+    if (referenceCounted && referenceCount != 0)
+        debugTag.assertionFailed(__func__, __LINE__, "Deleting referenced DataArray!");
+    MemLeakTracer::getInstance()->doDeallocateObject(QStringLiteral("DataArray"));
+    excludeFromTotalMemoryConsumption();
+}
+
+bool DataArray::holdsDoNotUseValue(int index) const
+{
+    return equalsDoNotUseValue(getValue(index));
+}
+
+bool DataArray::equalsDoNotUseValue(double value) const
+{
+    return isNaN(value);
+}
+
+void DataArray::removeReference()
+{
+    if (referenceCount == 0) {
+        debugTag.assertionFailed(__func__, __LINE__,
+                                 "DataArray::removeReference is removing uncounted reference");
+    }
+    --referenceCount;
+    if (referenceCount == 0 && referenceCounted)
+        delete this;
+}
+
+void DataArray::append(double value)
+{
+    appendData(value);
+    afterRawAppend(value);
+}
+
+void DataArray::afterRawAppend(double value)
+{
+    int const validCountBefore = validCount;
+    decimationCounter = 0;
+    updateTotalMemoryConsumption();
+    includeInStatistics(value);
+    if (nondecreasing) {
+        int const lastIndex = dataSize() - 1;
+        nondecreasing = isOrderedAt(lastIndex, lastIndex);
+    }
+    Q_EMIT dataChanged();
+    if (validCountBefore < 1 && validCount >= 1)
+        Q_EMIT noLongerEmpty();
+}
+
+void DataArray::replace(int index, double value)
+{
+    double const oldValue = getValue(index);
+    replaceData(index, value);
+    replaceValueInStatistics(oldValue, value);
+    updateIsNondecreasing(index);
+    Q_EMIT dataChanged();
+}
+
+void DataArray::leftshift(int count)
+{
+    int const dropped = qMax(0, qMin(dataSize(), count));
+    for (int i = 0; i < dropped; ++i)
+        removeFromStatistics(getValue(i));
+    removeData(0, dropped);
+    updateTotalMemoryConsumption();
+    totalPositionsLeftShifted = saturatedToInt(qint64(totalPositionsLeftShifted) + dropped);
+    Q_EMIT leftShifted(dropped);
+    Q_EMIT dataChanged();
+}
+
+void DataArray::decimateKeepEven()
+{
+    int const sizeBefore = dataSize();
+    removeOddIndexedData();
+    resetStatistics();
+    for (int i = dataSize() - 1; i >= 0; --i)
+        includeInStatistics(getValue(i));
+    if (decimationFactor < largestDecimationFactor)
+        decimationFactor *= 2;
+    // A last cell that went counts as one more value offered; the empty column gives -1.
+    decimationCounter = saturatedToInt(qint64(decimationCounter) * 2 + (sizeBefore - 1) % 2);
+    updateTotalMemoryConsumption();
+    Q_EMIT dataChanged();
+}
+
+void DataArray::reinit()
+{
+    clearData();
+    updateTotalMemoryConsumption();
+    resetStatistics();
+    nondecreasing = true;
+    decimationFactor = 1;
+    decimationCounter = 0;
+    totalPositionsLeftShifted = 0;
+    Q_EMIT dataChanged();
+}
+
+void DataArray::squeeze()
+{
+    squeezeData();
+    updateTotalMemoryConsumption();
+}
+
+double DataArray::getLastValue() const
+{
+    int const size = dataSize();
+    return size < 1 ? NaN : getValue(size - 1);
+}
+
+double DataArray::getSecondLastValue() const
+{
+    int const size = dataSize();
+    return size < 2 ? NaN : getValue(size - 2);
+}
+
+double DataArray::getMean() const
+{
+    return validCount == 0 ? NaN : sum / validCount;
+}
+
+double DataArray::getMinimum() const
+{
+    if (!minMaxValid)
+        determineMinimumMaximum();
+    return minimum;
+}
+
+double DataArray::getMaximum() const
+{
+    if (!minMaxValid)
+        determineMinimumMaximum();
+    return maximum;
+}
+
+int DataArray::posOf(double value) const
+{
+    if (!nondecreasing)
+        return linearSearchIndexOf(value);
+    int const nearest = getIndexOfNearestValue(value);
+    return nearest >= 0 && getValue(nearest) == value ? nearest : -1;
+}
+
+int DataArray::getLargestIndexOfValueSmallerThanOrEqual(double value) const
+{
+    int const size = dataSize();
+    if (size == 0 || equalsDoNotUseValue(value) || !nondecreasing)
+        return -1;
+    int low = 0;
+    int high = size;
+    while (low < high) {
+        int const middle = low + (high - low) / 2;
+        if (getValue(middle) <= value) {
+            if (middle == size - 1)
+                return middle;
+            low = middle + 1;
+            if (getValue(low) > value)
+                return middle;
+        } else {
+            high = middle;
+        }
+    }
+    return -1;
+}
+
+double DataArray::getInterpolatedIndexOfValue(double value) const
+{
+    int const index = getLargestIndexOfValueSmallerThanOrEqual(value);
+    if (index < 0)
+        return -1.0;
+    double const lower = getValue(index);
+    if (lower == value)
+        return index;
+    if (index + 1 >= dataSize())
+        return -1.0;
+    double const upper = getValue(index + 1);
+    double const distance = upper - lower;
+    if (isNaN(upper) || distance == 0.0)
+        return -1.0;
+    return index + (value - lower) / distance;
+}
+
+int DataArray::getIndexOfNearestValue(double value) const
+{
+    int const size = dataSize();
+    if (size == 0 || equalsDoNotUseValue(value))
+        return -1;
+    if (!nondecreasing)
+        return indexOfNearestValueUnsorted(value);
+    int const lower = truncateToInt(getInterpolatedIndexOfValue(value));
+    if (lower < 0)
+        return 0; // also beyond the last cell: what has no place gets the first
+    if (lower == size - 1)
+        return lower;
+    double const distanceBelow = std::abs(getValue(lower) - value);
+    double const distanceAbove = std::abs(getValue(lower + 1) - value);
+    return distanceAbove < distanceBelow ? lower + 1 : lower;
+}
+
+int DataArray::indexOfNearestValueUnsorted(double value) const
+{
+    int nearest = -1;
+    double smallestDistance = NaN;
+    for (int i = dataSize() - 1; i >= 0; --i) {
+        double const cell = getValue(i);
+        if (isNaN(cell))
+            continue;
+        double const distance = std::abs(cell - value);
+        if (nearest < 0 || distance < smallestDistance) {
+            nearest = i;
+            smallestDistance = distance;
+        }
+    }
+    return nearest;
+}
+
+double DataArray::getInterpolatedValue(double fractionalIndex) const
+{
+    double const below = std::floor(fractionalIndex);
+    double const above = std::ceil(fractionalIndex);
+    // Written so that NaN fails, too: past this line both fit an int.
+    if (!(below >= 0.0 && above <= dataSize() - 1))
+        return NaN;
+    double const lower = getValue(static_cast<int>(below));
+    if (below == above)
+        return lower;
+    double const fraction = fractionalIndex - below;
+    return (1.0 - fraction) * lower + fraction * getValue(static_cast<int>(above));
+}
+
+int DataArray::getIndexOfFirstValueLargerThanOrEqual(double value) const
+{
+    int const size = dataSize();
+    if (size == 0)
+        return -1;
+    if (!nondecreasing) {
+        for (int i = 0; i < size; ++i) {
+            if (value <= getValue(i))
+                return i;
+        }
+        return size;
+    }
+    int const index = getLargestIndexOfValueSmallerThanOrEqual(value);
+    if (index != -1) {
+        if (getValue(index) == value)
+            return firstOfRun(index);
+        if (index + 1 < size)
+            return index + 1;
+    }
+    if (getFirstValue() >= value)
+        return 0;
+    if (value > getValue(size - 1))
+        return size;
+    debugTag.assertionFailed(__func__, __LINE__,
+                             "DataArray::getIndexOfFirstValueLargerThanOrEqual inconsistent state");
+    return -1;
+}
+
+/// Index of the first cell equal to cell @p index of a sorted column, however long the run.
+int DataArray::firstOfRun(int index) const
+{
+    double const value = getValue(index);
+    int low = 0;
+    int high = index;
+    while (low < high) {
+        int const middle = low + (high - low) / 2;
+        if (getValue(middle) == value)
+            high = middle;
+        else
+            low = middle + 1;
+    }
+    return low;
+}
+
+void DataArray::includeInStatistics(double value)
+{
+    if (equalsDoNotUseValue(value))
+        return;
+    ++validCount;
+    sum += value;
+    if (validCount == 1) {
+        minimum = value;
+        maximum = value;
+        minMaxValid = true;
+    } else if (minMaxValid) {
+        if (value > maximum)
+            maximum = value;
+        if (value <= minimum)
+            minimum = value;
+    }
+}
+
+void DataArray::removeFromStatistics(double value)
+{
+    if (equalsDoNotUseValue(value))
+        return;
+    --validCount;
+    sum -= value;
+    if (value == minimum || value == maximum)
+        minMaxValid = false;
+}
+
+void DataArray::replaceValueInStatistics(double oldValue, double newValue)
+{
+    removeFromStatistics(oldValue);
+    includeInStatistics(newValue);
+}
+
+void DataArray::resetStatistics()
+{
+    validCount = 0;
+    sum = 0.0;
+    minimum = NaN;
+    maximum = NaN;
+    minMaxValid = true;
+}
+
+void DataArray::determineMinimumMaximum() const
+{
+    bool found = false;
+    minimum = NaN;
+    maximum = NaN;
+    for (int i = dataSize() - 1; i >= 0; --i) {
+        double const value = getValue(i);
+        if (equalsDoNotUseValue(value))
+            continue;
+        if (!found || value > maximum)
+            maximum = value;
+        if (!found || value < minimum)
+            minimum = value;
+        found = true;
+    }
+    minMaxValid = true;
+}
+
+void DataArray::determineIsNonDecreasing()
+{
+    int const size = dataSize();
+    nondecreasing = validCount >= size;
+    for (int i = 1; nondecreasing && i < size; ++i)
+        nondecreasing = !(getValue(i) < getValue(i - 1));
+}
+
+void DataArray::updateIsNondecreasing(int index)
+{
+    if (nondecreasing)
+        nondecreasing = isOrderedAt(index, dataSize() - 1);
+}
+
+/// True if a cell is a number and stands in order with its neighbours; equal ones are in order.
+bool DataArray::isOrderedAt(int index, int lastIndex) const
+{
+    double const value = getValue(index);
+    if (isNaN(value))
+        return false;
+    if (index != 0 && !(getValue(index - 1) <= value))
+        return false;
+    return index == lastIndex || value <= getValue(index + 1);
+}
+
+bool DataArray::needsToAddValueAccordingDecimation()
+{
+    if (decimationCounter < std::numeric_limits<int>::max())
+        ++decimationCounter;
+    return decimationCounter >= decimationFactor;
+}
+
+void DataArray::updateTotalMemoryConsumption()
+{
+    auto const memory = static_cast<quint32>(getMemoryConsumption());
+    sTotalVectorMemoryConsumption += memory - accountedMemory;
+    accountedMemory = memory;
+}
+
+void DataArray::excludeFromTotalMemoryConsumption()
+{
+    sTotalVectorMemoryConsumption -= accountedMemory;
+    accountedMemory = 0;
+}
+
+int DataArray::saturatedToInt(qint64 value)
+{
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<qint64>(value, Limits::min(), Limits::max()));
+}
