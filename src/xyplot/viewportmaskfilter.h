@@ -1,0 +1,40 @@
+#pragma once
+
+#include "xydatasetfilter.h"
+#include "zelplot_export.h"
+#include <QVector>
+
+class ColorBarDrawListener;
+
+/**
+ * Leaves out the points of a data set at times at which a colour bar of the same plot shows an
+ * appearance that the user has turned off.
+ *
+ * The listeners of the colour bars stand in a vector of the plot, which may grow and must outlive
+ * the filter or at least its use. A listener that has been deleted is taken out of it unread.
+ */
+class ZELPLOT_EXPORT ViewportMaskFilter : public XYDataSetFilter
+{
+    Q_OBJECT
+public:
+    ViewportMaskFilter(XYDataSet* filteredDataSet,
+                       QVector<ColorBarDrawListener*>* colorBarListeners,
+                       QObject* parent = nullptr);
+    ~ViewportMaskFilter() override;
+
+    /**
+     * True if any colour bar excludes the point. O(1) for each bar, but for pixel columns at which
+     * a bar shows both kinds, whose nearest sample in x then decides.
+     */
+    bool excludeDataPoint(int index, int viewportX) override;
+
+public Q_SLOTS:
+    /// Clears that of each listener.
+    void clearCache() override;
+
+private:
+    void dropDeletedListeners();
+
+    QVector<ColorBarDrawListener*>* listeners; // not owned
+    quint32 deletedCountSeen; // deletions before this are already out of the vector
+};
