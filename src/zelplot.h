@@ -12,6 +12,7 @@
 #include "dbg.h"
 #include "look.h"
 #include "memleaktracer.h"
+#include "viewportmap.h"
 #include "viewportmaskfilter.h"
 #include "xydataset.h"
 #include "xydatasetdrawlistener.h"

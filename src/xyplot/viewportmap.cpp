@@ -1,0 +1,3 @@
+#include "viewportmap.h"
+
+template class ViewportMap<int>;
