@@ -5,6 +5,10 @@
  */
 
 #include "dbg.h"
+#include "lineargrid.h"
+#include "lineartimegrid.h"
 #include "memleaktracer.h"
+#include "xyabstractgrid.h"
 #include "xyplotcommon.h"
+#include "xyscale.h"
 #include "zelplotglobals.h"
