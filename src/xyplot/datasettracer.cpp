@@ -1,0 +1,246 @@
+#include "datasettracer.h"
+
+#include "dataarray.h"
+#include "look.h"
+#include "lookpen.h"
+#include "strokesink.h"
+#include "xydataset.h"
+#include "xydatasetdrawlistener.h"
+#include "xydatasetfilter.h"
+
+namespace {
+
+/// Length of the dash that makes an isolated point visible, pixels.
+constexpr int dashLength = 1;
+constexpr int colorBarDashLength = 2;
+
+/// Length of a colour bar that has a single cell, pixels.
+constexpr int loneColorBarLength = 10;
+
+} // namespace
+
+DataSetTracer::DataSetTracer(TraceSettings const& traceSettings, VerticalEnvelope& pendingLine,
+                             StrokeSink& target)
+    : settings(traceSettings)
+    , look(*traceSettings.dataSet->getLook())
+    , filter(settings.dataSet->getFilter())
+    , listener(settings.dataSet->getDrawListener())
+    , locator(*settings.dataSet, settings.transform, true)
+    , clip(settings.transform.width, settings.transform.height)
+    , envelope(pendingLine)
+    , sink(target)
+    , colorBar(look.isColorBar())
+    , loneCell(settings.dataSet->yData->dataSize() == 1)
+    , symbolRadius(look.getSymbolSize() / 2)
+{
+}
+
+TraceResult DataSetTracer::trace(int lineIndex, int first, int last, int isolationBefore)
+{
+    double const linesFromCentre = (look.getMultiLineCount() - 1) * -0.5 + lineIndex;
+    yOffset = roundToPixel(linesFromCentre * look.getDefaultLineThickness());
+    isolation = isolationBefore;
+    lineMode = true;
+    envelope.clear();
+    resumeBefore(first, lineIndex);
+
+    QPen currentPen;
+    for (int index = first; index <= last; ++index) {
+        E_SYMBOL const symbol = symbolOf(index);
+        bool const lookChanged = index == first || look.isChanged(index);
+        if (lookChanged) {
+            LookPen const appearance = lookPen(look, index, lineIndex);
+            sink.setPen(appearance.pen);
+            lineMode = appearance.drawsLines;
+            currentPen = appearance.pen;
+        }
+        PlotPoint const point = locateWithOffset(index);
+        if (!point.valid || isExcluded(index, point.pixel)) {
+            closeAtInvalid(index);
+            continue;
+        }
+        if (listener)
+            listener->drawingDataPoint(index, point.pixel.x());
+        Point const current = {point.pixel, point.x, clip.zoneOf(point.pixel)};
+        addDataMarker(index, point);
+        if (current.zone == 0)
+            enterAndDrawSymbol(index, current.pixel, symbol);
+        if (mustConsiderLineTo(current))
+            lineTo(index, current, lookChanged, currentPen);
+        else
+            leaveUnlined(current, lookChanged, currentPen);
+        previous = current;
+        previousInvalid = false;
+    }
+
+    flushEnvelope();
+    bool const endDashDue = settings.dataSet->isComplete() && isolation == Unlinked
+        && !previousInvalid && previous.zone == 0 && !hidesBehindSymbol(last);
+    if (endDashDue)
+        dashPrevious();
+    return {isolation, endDashDue};
+}
+
+/// Looks again at the point before the run, since the line to it must be continued.
+void DataSetTracer::resumeBefore(int first, int lineIndex)
+{
+    previous = {};
+    previousInvalid = true;
+    savedPen.reset();
+    if (first < 1)
+        return;
+    QPen const pen = lookPen(look, first - 1, lineIndex).pen;
+    sink.setPen(pen);
+    savedPen = pen;
+    PlotPoint const point = locateWithOffset(first - 1);
+    previous.pixel = point.pixel;
+    previous.x = point.x;
+    previousInvalid = !point.valid || isExcluded(first - 1, point.pixel);
+    if (!previousInvalid)
+        previous.zone = clip.zoneOf(previous.pixel);
+}
+
+PlotPoint DataSetTracer::locateWithOffset(int index) const
+{
+    PlotPoint point = locator.locate(index);
+    point.pixel.ry() += yOffset;
+    return point;
+}
+
+bool DataSetTracer::isExcluded(int index, QPoint pixel) const
+{
+    return filter && filter->excludeDataPoint(index, pixel.x());
+}
+
+E_SYMBOL DataSetTracer::symbolOf(int index) const
+{
+    if (loneCell) {
+        // A lone point is always seen.
+        E_SYMBOL const symbol = look.getSymbol(index);
+        return symbol == SYMBOL_NONE && !colorBar ? SYMBOL_DIAMOND : symbol;
+    }
+    return settings.symbolsDrawn ? look.getSymbol(index) : SYMBOL_NONE;
+}
+
+/// Point @p index is a gap: the point before it will not be linked to the right any more.
+void DataSetTracer::closeAtInvalid(int index)
+{
+    if (!previousInvalid && isolation > Linked && previous.zone == 0
+        && !hidesBehindSymbol(index - 1)) {
+        dashPrevious();
+    }
+    isolation = Unlinked;
+    previousInvalid = true;
+}
+
+void DataSetTracer::addDataMarker(int index, PlotPoint const& point)
+{
+    if (!look.mustDrawMarker(index))
+        return;
+    // The last pixel column of the viewport gets no marker.
+    if (point.pixel.x() < 0 || point.pixel.x() >= settings.transform.width - 1)
+        return;
+    Marker_t marker;
+    marker.type = eFOREGROUND_MARKER;
+    marker.orientation = eHORIZONTAL;
+    marker.value = point.x;
+    marker.color = Qt::darkGray;
+    marker.penStyle = Qt::DashLine;
+    settings.dataMarkers->append(marker);
+}
+
+void DataSetTracer::enterAndDrawSymbol(int index, QPoint pixel, E_SYMBOL symbol)
+{
+    if (settings.map)
+        settings.map->addItem(index, pixel.x(), settings.transform.height - 1 - pixel.y());
+    if (symbol != SYMBOL_NONE)
+        sink.drawSymbol(pixel, symbol, symbolRadius);
+}
+
+bool DataSetTracer::mustConsiderLineTo(Point const& current) const
+{
+    bool const backward = current.pixel.x() < previous.pixel.x();
+    return !previousInvalid && lineMode && !(backward && settings.suppressBackwardLines);
+}
+
+void DataSetTracer::lineTo(int index, Point const& current, bool lookChanged,
+                           QPen const& currentPen)
+{
+    // A line belongs to the look of its left point.
+    if (lookChanged && savedPen)
+        sink.setPen(*savedPen);
+    if (current.pixel == previous.pixel && !lookChanged)
+        return;
+
+    double const distance = current.x - previous.x;
+    bool const apart = distance > settings.disconnectionThreshold || distance != distance;
+    if (apart)
+        disconnect(index);
+    else
+        connect(current);
+
+    if (lookChanged) {
+        flushEnvelope();
+        sink.setPen(currentPen);
+        savedPen = currentPen;
+    }
+}
+
+/// The gap before point @p index is too wide for a line.
+void DataSetTracer::disconnect(int index)
+{
+    isolation = qMin<int>(isolation + 1, UnlinkedAcrossGap);
+    if (isolation == UnlinkedAcrossGap && previous.zone == 0 && !hidesBehindSymbol(index - 1))
+        dashPrevious();
+}
+
+void DataSetTracer::connect(Point const& current)
+{
+    int const x = current.pixel.x();
+    if (x == previous.pixel.x()) {
+        if (x >= 0 && x < settings.transform.width)
+            drawIfAny(
+                envelope.add(x, previous.pixel.y(), current.pixel.y(), settings.transform.height));
+    } else {
+        flushEnvelope();
+        drawIfAny(clip.clipped(previous.pixel, current.pixel, previous.zone, current.zone));
+    }
+    isolation = Linked;
+}
+
+void DataSetTracer::leaveUnlined(Point const& current, bool lookChanged, QPen const& currentPen)
+{
+    if (loneCell && colorBar)
+        sink.drawLine(QLine(current.pixel, current.pixel + QPoint(loneColorBarLength, 0)));
+    if (!lookChanged)
+        return;
+    if (envelope.isPending()) {
+        sink.setPen(savedPen.value_or(QPen()));
+        flushEnvelope();
+        sink.setPen(currentPen);
+    }
+    savedPen = currentPen;
+}
+
+/// A point whose symbol is drawn needs no dash to be seen.
+bool DataSetTracer::hidesBehindSymbol(int index) const
+{
+    return settings.symbolsDrawn && look.getSymbol(index) != SYMBOL_NONE;
+}
+
+void DataSetTracer::dashPrevious()
+{
+    int const length = colorBar ? colorBarDashLength : dashLength;
+    sink.drawLine(QLine(previous.pixel, previous.pixel + QPoint(length, 0)));
+}
+
+void DataSetTracer::flushEnvelope()
+{
+    drawIfAny(envelope.flush(settings.transform.height));
+}
+
+void DataSetTracer::drawIfAny(std::optional<QLine> line)
+{
+    if (line)
+        sink.drawLine(*line);
+}

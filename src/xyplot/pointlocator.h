@@ -1,0 +1,64 @@
+#pragma once
+
+#include "dataarray.h"
+#include "rounding.h"
+#include "viewtransform.h"
+#include <QPoint>
+#include <optional>
+
+class XYDataSet;
+
+/// A data point on the viewport.
+struct PlotPoint
+{
+    QPoint pixel; ///< viewport pixels
+    double x = NaN; ///< x in data units
+    bool valid = false; ///< false for a hole, or while the view is not determined
+};
+
+/// Finds the points of one data set on the viewport, for as long as its columns do not change.
+class PointLocator
+{
+public:
+    /// @param yUpwards  true for y upwards from the lower edge, false for y downwards
+    PointLocator(XYDataSet& dataSet, ViewTransform const& viewTransform, bool yUpwards);
+
+    /**
+     * Place of point @p index; coordinates saturate at plus and minus pixelLimit.
+     *
+     * An index outside a column is reported as an assertion and read as a hole there. The y column
+     * is not read where the look fixes y.
+     */
+    PlotPoint locate(int index) const
+    {
+        bool const inX = index >= 0 && index < xSize;
+        bool const inY = index >= 0 && index < ySize;
+        if (!inX || !inY)
+            reportOutOfBounds(inX, inY);
+        PlotPoint point;
+        if (inX)
+            point.x = xData->getValue(index);
+        double const x = transform.xToViewport(point.x);
+        point.valid = x == x;
+        point.pixel.setX(roundToPixel(x));
+        if (fixedY) {
+            point.pixel.setY(*fixedY);
+            return point;
+        }
+        double const y = transform.yToViewport(inY ? yData->getValue(index) : NaN, fromBottom);
+        point.valid = point.valid && y == y;
+        point.pixel.setY(roundToPixel(y));
+        return point;
+    }
+
+private:
+    static void reportOutOfBounds(bool inX, bool inY);
+
+    ViewTransform transform;
+    DataArray const* xData;
+    DataArray const* yData;
+    int xSize;
+    int ySize;
+    bool fromBottom;
+    std::optional<int> fixedY;
+};

@@ -1,0 +1,265 @@
+#include "xycanvas.h"
+
+#include "dataarray.h"
+#include "datasettracer.h"
+#include "look.h"
+#include "lookpen.h"
+#include "painterstrokesink.h"
+#include "viewportmap.h"
+#include "xydataset.h"
+
+#include <QPainter>
+
+namespace {
+
+/// Pending points above which searching the visible range is cheaper than clipping them all.
+constexpr int pendingWorthNarrowing = 100;
+
+/// Data units of x against whose width on the screen a look's symbol threshold is held.
+constexpr double symbolThresholdUnits = 1000.0;
+
+/// A grid of this many cells each way, in which a point is entered as far as it may be hit.
+constexpr int mapCells = 20;
+constexpr int mapItemRadius = 5;
+
+} // namespace
+
+void XYCanvas::drawDataSet(QPainter* painter, XYDataSet* dataSet)
+{
+    watch(dataSet);
+    RunMarks& marks = runMarks[dataSet];
+    int const size = qMin(dataSet->xData->dataSize(), dataSet->yData->dataSize());
+    // A column has shrunk: its indices no longer mean the points that were drawn.
+    marks.columnShrunk = marks.columnShrunk || getLastProcessedIndex(dataSet) >= size;
+    if (marks.columnShrunk)
+        return;
+
+    int first = 0;
+    int last = -1;
+    getPointsToBeDrawn(dataSet, first, last);
+    bool const drawsPoints = last >= first;
+    if (!drawsPoints) {
+        first = getLastProcessedIndex(dataSet) + 1;
+        last = first - 1;
+    }
+    if (drawsPoints || (dataSet->isComplete() && !marks.endDashDrawn)) {
+        PainterStrokeSink sink(*painter);
+        DataSetTracer tracer(traceSettings(dataSet), *verticalLine, sink);
+        TraceResult result = {getLastProcessedPointDegreeOfIsolation(dataSet), false};
+        int const isolationBefore = result.isolation;
+        int const lineCount = dataSet->getLook()->getMultiLineCount();
+        for (int line = 0; line < lineCount; ++line)
+            result = tracer.trace(line, first, last, isolationBefore);
+        setLastProcessedIndex(dataSet, last);
+        setLastProcessedPointDegreeOfIsolation(dataSet, result.isolation);
+        marks.endDashDrawn = result.endDashDrawn;
+    }
+    if (connectFirstLast && (drawsPoints || !marks.closingLineDrawn)) {
+        if (!drawsPoints)
+            setDataSetLook(dataSet, painter, last, dataSet->getLook()->getMultiLineCount() - 1);
+        drawClosingLine(painter, dataSet);
+        marks.closingLineDrawn = true;
+    }
+}
+
+TraceSettings XYCanvas::traceSettings(XYDataSet* dataSet)
+{
+    Look* const look = dataSet->getLook();
+    TraceSettings settings;
+    settings.dataSet = dataSet;
+    settings.transform = transform;
+    // Negative leaves the choice to the canvas; NaN never disconnects.
+    double const ofLook = look->getHorizontalDisconnectionThreshold();
+    settings.disconnectionThreshold = ofLook < 0.0 ? horizontalDisconnectionThreshold : ofLook;
+    settings.symbolsDrawn
+        = symbolThresholdUnits * transform.xFactor > look->getSymbolDrawingThreshold();
+    settings.suppressBackwardLines = suppressBackwardLines;
+    settings.map = isMouseOverDataTrackingEnabled(dataSet) ? getViewportMap(dataSet) : nullptr;
+    settings.dataMarkers = &dataMarkers;
+    return settings;
+}
+
+/// Closes the curve with the pen in force, without regard to the viewport.
+void XYCanvas::drawClosingLine(QPainter* painter, XYDataSet* dataSet)
+{
+    bool firstValid = false;
+    bool lastValid = false;
+    QPoint const from = convertDataPointToViewport(dataSet, 0, firstValid, true);
+    QPoint const to
+        = convertDataPointToViewport(dataSet, dataSet->yData->dataSize() - 1, lastValid, true);
+    if (firstValid && lastValid)
+        painter->drawLine(from, to);
+}
+
+void XYCanvas::getPointsToBeDrawn(XYDataSet* dataSet, int& first, int& last)
+{
+    DataArray const& x = *dataSet->xData;
+    int const pending = getLastProcessedIndex(dataSet) + 1;
+    first = pending;
+    last = dataSet->yData->dataSize() - 1;
+    bool const many = qint64(last) - first + 1 > pendingWorthNarrowing;
+    if (!many || !x.isNondecreasing() || !viewBounds.isDetermined(Bounds::Horizontal))
+        return;
+    // One point beyond each edge, for the lines that cross it.
+    int const firstInView = x.getIndexOfFirstValueLargerThanOrEqual(viewBounds.minX);
+    first = qMax(first, firstInView > 0 ? firstInView - 1 : firstInView);
+    last = qMin(last, x.getIndexOfFirstValueLargerThanOrEqual(viewBounds.maxX));
+}
+
+int XYCanvas::getLastProcessedIndex(XYDataSet const* dataSet) const
+{
+    return lastProcessedIndices.value(dataSet, -1);
+}
+
+void XYCanvas::setLastProcessedIndex(XYDataSet const* dataSet, int index)
+{
+    watch(dataSet);
+    lastProcessedIndices.insert(dataSet, index);
+}
+
+void XYCanvas::clearLastProcessedIndices()
+{
+    lastProcessedIndices.clear();
+    runMarks.clear();
+}
+
+int XYCanvas::getLastProcessedPointDegreeOfIsolation(XYDataSet const* dataSet) const
+{
+    return lastProcessedPointDegreesOfIsolation.value(dataSet, Unlinked);
+}
+
+void XYCanvas::setLastProcessedPointDegreeOfIsolation(XYDataSet const* dataSet, int degree)
+{
+    watch(dataSet);
+    lastProcessedPointDegreesOfIsolation.insert(dataSet, degree);
+}
+
+void XYCanvas::clearLastProcessedPointDegreeOfIsolation()
+{
+    lastProcessedPointDegreesOfIsolation.clear();
+}
+
+bool XYCanvas::setDataSetLook(XYDataSet* dataSet, QPainter* painter, int index, int lineIndex)
+{
+    LookPen const appearance = lookPen(*dataSet->getLook(), index, lineIndex);
+    painter->setPen(appearance.pen);
+    return appearance.drawsLines;
+}
+
+void XYCanvas::drawLine(QPainter* painter, QPoint from, QPoint to, int fromCode, int toCode)
+{
+    ViewportClip const clip(transform.width, transform.height);
+    if (std::optional<QLine> const line = clip.clipped(from, to, fromCode, toCode))
+        painter->drawLine(*line);
+}
+
+QPoint XYCanvas::calculateCrossing(QPoint inner, QPoint outer, int code) const
+{
+    return ViewportClip(transform.width, transform.height).crossing(inner, outer, code);
+}
+
+int XYCanvas::outsideClip(QPoint point) const
+{
+    return ViewportClip(transform.width, transform.height).zoneOf(point);
+}
+
+bool XYCanvas::maybeIntersectsViewport(int first, int second) const
+{
+    return ViewportClip::mayCross(first, second);
+}
+
+void XYCanvas::drawSymbol(QPoint point, E_SYMBOL symbol, int size, QPainter* painter)
+{
+    paintSymbol(*painter, point, symbol, size);
+}
+
+int XYCanvas::getSymbolFactor(XYDataSet* dataSet)
+{
+    return dataSet->getLook()->getSymbolSize() / 2;
+}
+
+void XYCanvas::addVerticalAccumulatedLine(int x, int y1, int y2, QPainter* painter)
+{
+    if (std::optional<QLine> const line = verticalLine->add(x, y1, y2, transform.height))
+        painter->drawLine(*line);
+}
+
+void XYCanvas::flushVerticalAccumulatedLine(QPainter* painter)
+{
+    if (std::optional<QLine> const line = verticalLine->flush(transform.height))
+        painter->drawLine(*line);
+}
+
+void XYCanvas::clearVerticalAccumulatedLine()
+{
+    verticalLine->clear();
+}
+
+void XYCanvas::setHorizontalDisconnectionThreshold(double threshold)
+{
+    horizontalDisconnectionThreshold = threshold;
+}
+
+void XYCanvas::drawColorBarBackgrounds(QPainter* painter)
+{
+    for (XYDataSet* const dataSet : qAsConst(*dataSets)) {
+        Look const* const look = dataSet->getLook();
+        if (dataSet->visible && look->isColorBar()) {
+            look->drawColorBarBackground(
+                *painter, QPoint(0, look->getFixedYPosition(transform.height)), transform.width);
+        }
+    }
+}
+
+void XYCanvas::setDefaultMouseOverDataTrackingEnabled(bool enabled)
+{
+    defaultMouseOverDataTracking = enabled;
+}
+
+void XYCanvas::setMouseOverDataTrackingEnabled(XYDataSet* dataSet, bool enabled)
+{
+    watch(dataSet);
+    mouseOverDataTracking.insert(dataSet, enabled);
+}
+
+bool XYCanvas::isMouseOverDataTrackingEnabled(XYDataSet* dataSet)
+{
+    return mouseOverDataTracking.value(dataSet, defaultMouseOverDataTracking);
+}
+
+ViewportMap<int>* XYCanvas::getViewportMap(XYDataSet* dataSet)
+{
+    watch(dataSet);
+    ViewportMap<int>*& map = viewportMaps[dataSet];
+    if (!map) {
+        map = new ViewportMap<int>(transform.width, transform.height, mapItemRadius, mapCells,
+                                   mapCells);
+    }
+    return map;
+}
+
+void XYCanvas::clearViewportMaps()
+{
+    qDeleteAll(viewportMaps);
+    viewportMaps.clear();
+}
+
+/// Makes sure that nothing is kept for a data set beyond its life.
+void XYCanvas::watch(XYDataSet const* dataSet)
+{
+    if (watchedDataSets.contains(dataSet))
+        return;
+    watchedDataSets.insert(dataSet);
+    connect(dataSet, &QObject::destroyed, this, [this, dataSet] { forget(dataSet); });
+}
+
+void XYCanvas::forget(XYDataSet const* dataSet)
+{
+    auto* const key = const_cast<XYDataSet*>(dataSet);
+    watchedDataSets.remove(dataSet);
+    lastProcessedIndices.remove(dataSet);
+    lastProcessedPointDegreesOfIsolation.remove(dataSet);
+    runMarks.remove(dataSet);
+    mouseOverDataTracking.remove(key);
+    delete viewportMaps.take(key);
+}
