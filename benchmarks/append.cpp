@@ -1,0 +1,29 @@
+#include "benchcanvas.h"
+#include "dataarraytemplate.h"
+#include <benchmark/benchmark.h>
+
+namespace {
+
+/// Time per point of appending to a data set that grows from empty.
+void append(benchmark::State& state)
+{
+    auto const points = state.range(0);
+    NoisyWalk walk;
+    QVector<double> values;
+    for (qint64 i = 0; i < points; ++i)
+        values.append(walk.next());
+    for (auto _ : state) {
+        XYDataSet dataSet(new DataArrayTemplate<double>(), new DataArrayTemplate<double>(),
+                          QString(), Qt::blue, SYMBOL_NONE, Qt::SolidLine, 1, nullptr);
+        for (qint64 i = 0; i < points; ++i)
+            dataSet.append(double(i), values.at(i));
+        benchmark::DoNotOptimize(dataSet.yData->getMean());
+    }
+    state.SetItemsProcessed(int64_t(state.iterations()) * points);
+    state.counters["s/point"] = benchmark::Counter(double(points),
+                                                   benchmark::Counter::kIsIterationInvariantRate
+                                                       | benchmark::Counter::kInvert);
+}
+BENCHMARK(append)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+
+} // namespace
