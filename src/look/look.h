@@ -91,9 +91,8 @@ public:
         QString text;
     };
 
-    /// Becomes the look of @p dataSet in place of the present one. The rest is the default entry.
-    Look(XYDataSet* dataSet, QColor color, E_SYMBOL symbol, Qt::PenStyle penStyle,
-         int lineThickness);
+    /// Becomes the look of @p owner in place of the present one. The rest is the default entry.
+    Look(XYDataSet* owner, QColor color, E_SYMBOL symbol, Qt::PenStyle penStyle, int lineThickness);
     ~Look() override;
 
     // What a subclass may do otherwise. Reading may update a cache, hence not const.
@@ -225,6 +224,8 @@ protected:
     int multiLineCount = 1;
     Entry lastEntry; // last appearance told to listeners
     bool lastEntryValid = false;
+    QPointer<XYDataSet> dataSet; // null once it has gone
+    Entry defaultEntry; // applies before the first row of the history
 
 private:
     /// Where the data set sits in y.
@@ -240,14 +241,12 @@ private:
     int searchFromHint(int index) const;
     void dropRowsFrom(int index);
 
-    QPointer<XYDataSet> dataSet;
     QSet<Entry> presentLookEntries;
     bool mustIncludeAllEntriesInLegendFlag = false;
     QVector<EntryLegendText> legendTexts; // in order of setting
     bool useDefaultColorInLegendFlag = false;
     mutable int searchHint = -1; // row found last; the history may have shrunk since
     QVector<IndexedEntry> history;
-    Entry defaultEntry; // applies before the first row of the history
     PositionMode positionMode = NotFixed;
     float position = 0.0F; // fraction or pixels, as the mode says
     bool autoPositioned = false;
