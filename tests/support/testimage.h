@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QtMath>
 
 /**
  * A yellow picture to paint on, addressed in logical pixels at any device pixel ratio.
