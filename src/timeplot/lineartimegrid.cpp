@@ -11,7 +11,7 @@ constexpr quint64 msPerSecond = 1000;
 constexpr quint64 msPerWeek = 604800000;
 /// Start of GNSS time, in seconds since 1970-01-01.
 constexpr quint32 gnssEpoch = 315964800;
-constexpr double secondsPerHour = 3600.0;
+constexpr int secondsPerHour = 3600;
 
 /// Whole milliseconds; a negative value becomes a huge one, as modulo and division count it.
 quint64 toMilliseconds(double value)
@@ -96,7 +96,8 @@ float LinearTimeGrid::getLocalTimeOffsetHours(double value) const
     QDateTime const utc = toUtcSecond(toMilliseconds(value));
     QDateTime local = utc.toTimeSpec(Qt::LocalTime);
     local.setTimeSpec(Qt::UTC);
-    return float(utc.secsTo(local) / qint64(secondsPerHour));
+    qint64 const wholeHours = utc.secsTo(local) / secondsPerHour;
+    return float(wholeHours);
 }
 
 QString LinearTimeGrid::getLabel(double value, int /*decimals*/)

@@ -161,7 +161,8 @@ void LinearGrid::drawCanvasLabel(QPainter* painter, QString const& text, double 
     QFontMetrics const metrics = painter->fontMetrics();
     QRect const box = metrics.boundingRect(text);
     double const centre = isVertical() ? viewportHeight - position : position;
-    int const bottom = truncateToPixel(centre + metrics.height() / 2);
+    int const halfHeight = metrics.height() / 2;
+    int const bottom = truncateToPixel(centre + halfHeight);
     int const top = bottom - (box.bottom() - box.top());
     int const width = box.right() - box.left() + labelMargin;
 
