@@ -14,6 +14,10 @@ constexpr qint64 midnightFall = 12 * msPerHour;
 /// A time of day that rises by more has stepped back over midnight; by less, the log has a gap.
 constexpr qint64 midnightRise = 23 * msPerHour;
 
+/// Fields of a GSA that hold satellite numbers.
+constexpr int gsaFirstId = 2;
+constexpr int gsaLastId = 13;
+
 /// Number of the @p count digits at @p from; -1 if they are not all digits.
 int digitsAt(QByteArrayView text, qsizetype from, qsizetype count)
 {
@@ -96,11 +100,25 @@ Constellation systemOf(NmeaSentence const& gsa)
     return told != Constellation::Unknown ? told : constellationOfTalker(gsa.talker());
 }
 
-/// Of a GSV its talker and signal, of a GSA its talker and system.
+/**
+ * Of a GSV its talker and signal, of a GSA its talker and system.
+ *
+ * Where a GSA names no system its first satellite does, since some receivers send the GSV of one
+ * system before they go on to the GSA of the next.
+ */
 quint32 groupOf(NmeaSentence const& sentence)
 {
-    quint32 const detail = sentence.kind() == Kind::Gsv ? signalOf(sentence)
-                                                        : static_cast<quint32>(systemOf(sentence));
+    quint32 detail = 0;
+    if (sentence.kind() == Kind::Gsv) {
+        detail = signalOf(sentence);
+    } else {
+        Constellation system = systemOf(sentence);
+        if (system == Constellation::Unknown) {
+            auto const first = satelliteOf(system, sentence.integer(gsaFirstId).value_or(0));
+            system = first ? first->constellation : system;
+        }
+        detail = static_cast<quint32>(system);
+    }
     auto const letter = [&](int i) { return static_cast<unsigned char>(sentence.talker()[i]); };
     return quint32(letter(0)) << 16 | quint32(letter(1)) << 8 | detail;
 }
@@ -242,14 +260,12 @@ void EpochAssembler::readGga(Draft& draft, NmeaSentence const& sentence)
 
 void EpochAssembler::readGsa(Draft& draft, NmeaSentence const& sentence)
 {
-    constexpr int firstId = 2;
-    constexpr int lastId = 13;
     if (!std::exchange(draft.inGsaRun, true))
         ++draft.gsaRun;
     draft.gsaRuns[groupOf(sentence)] = draft.gsaRun;
     draft.hasGsa = true;
     Constellation const system = systemOf(sentence);
-    for (int i = firstId; i <= lastId; ++i) {
+    for (int i = gsaFirstId; i <= gsaLastId; ++i) {
         if (auto const satellite = satelliteOf(system, sentence.integer(i).value_or(0)))
             draft.epoch.used.append(*satellite);
     }
