@@ -34,6 +34,7 @@ DataArray::~DataArray()
     if (referenceCounted && referenceCount != 0)
         debugTag.assertionFailed(__func__, __LINE__, "Deleting referenced DataArray!");
     MemLeakTracer::getInstance()->doDeallocateObject(QStringLiteral("DataArray"));
+    // By the figure remembered: the storage of the subclass has gone already.
     excludeFromTotalMemoryConsumption();
 }
 
@@ -71,10 +72,12 @@ void DataArray::afterRawAppend(double value)
     updateTotalMemoryConsumption();
     includeInStatistics(value);
     if (nondecreasing) {
+        // The cell is read back, since the storage may have rounded the value.
         int const lastIndex = dataSize() - 1;
         nondecreasing = isOrderedAt(lastIndex, lastIndex);
     }
     Q_EMIT dataChanged();
+    // Holes in front do not count, and a column that has lost all its values announces again.
     if (validCountBefore < 1 && validCount >= 1)
         Q_EMIT noLongerEmpty();
 }
@@ -91,6 +94,7 @@ void DataArray::replace(int index, double value)
 void DataArray::leftshift(int count)
 {
     int const dropped = qMax(0, qMin(dataSize(), count));
+    // Neither extremes nor monotony are looked for anew here, which would cost a walk each time.
     for (int i = 0; i < dropped; ++i)
         removeFromStatistics(getValue(i));
     removeData(0, dropped);
@@ -104,6 +108,7 @@ void DataArray::decimateKeepEven()
 {
     int const sizeBefore = dataSize();
     removeOddIndexedData();
+    // Rebuilding the sum also clears it of rounding errors. What ascended still does.
     resetStatistics();
     for (int i = dataSize() - 1; i >= 0; --i)
         includeInStatistics(getValue(i));
@@ -177,6 +182,7 @@ int DataArray::getLargestIndexOfValueSmallerThanOrEqual(double value) const
     int const size = dataSize();
     if (size == 0 || equalsDoNotUseValue(value) || !nondecreasing)
         return -1;
+    // Looking at the cell behind lets most searches end before the range has shrunk to nothing.
     int low = 0;
     int high = size;
     while (low < high) {
@@ -228,6 +234,7 @@ int DataArray::getIndexOfNearestValue(double value) const
     return distanceAbove < distanceBelow ? lower + 1 : lower;
 }
 
+/// From the end to the front, so that of equally near cells the last one wins.
 int DataArray::indexOfNearestValueUnsorted(double value) const
 {
     int nearest = -1;
@@ -278,6 +285,7 @@ int DataArray::getIndexOfFirstValueLargerThanOrEqual(double value) const
         if (index + 1 < size)
             return index + 1;
     }
+    // No cell at or below, or only the last: the value belongs before all cells or behind them.
     if (getFirstValue() >= value)
         return 0;
     if (value > getValue(size - 1))
@@ -310,10 +318,11 @@ void DataArray::includeInStatistics(double value)
     ++validCount;
     sum += value;
     if (validCount == 1) {
+        // Whatever the extremes were, their values have all gone.
         minimum = value;
         maximum = value;
         minMaxValid = true;
-    } else if (minMaxValid) {
+    } else if (minMaxValid) { // else the next reader rebuilds them anyway
         if (value > maximum)
             maximum = value;
         if (value <= minimum)
@@ -327,6 +336,7 @@ void DataArray::removeFromStatistics(double value)
         return;
     --validCount;
     sum -= value;
+    // Another cell may hold the same value, but finding out would cost the walk that waits.
     if (value == minimum || value == maximum)
         minMaxValid = false;
 }
@@ -398,6 +408,7 @@ bool DataArray::needsToAddValueAccordingDecimation()
 
 void DataArray::updateTotalMemoryConsumption()
 {
+    // Unsigned, so that a total beyond 32 bits wraps and comes back right when columns go.
     auto const memory = static_cast<quint32>(getMemoryConsumption());
     sTotalVectorMemoryConsumption += memory - accountedMemory;
     accountedMemory = memory;

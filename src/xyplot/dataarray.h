@@ -135,6 +135,8 @@ public:
      */
     int getIndexOfFirstValueLargerThanOrEqual(double value) const;
 
+    // Statistics leave out whatever equalsDoNotUseValue().
+
     void includeInStatistics(double value);
     void removeFromStatistics(double value);
     void replaceValueInStatistics(double oldValue, double newValue);
@@ -152,9 +154,11 @@ public:
 
     /// Bytes of all live columns as last accounted; 32 bits, wraps.
     static quint32 getTotalVectorMemoryConsumption() { return sTotalVectorMemoryConsumption; }
+    /// Accounts the present figure of this column in place of the former one.
     void updateTotalMemoryConsumption();
     void excludeFromTotalMemoryConsumption();
 
+    /// Sum of the shares of all live columns. Only to be read.
     static quint32 sTotalVectorMemoryConsumption;
 
 Q_SIGNALS:
