@@ -144,8 +144,10 @@ void tst_XYDataSet::destroysLookListenerFilterColumns()
 {
     QVector<ColorBarDrawListener*> listeners;
     dataSet->setDrawListener(new ColorBarDrawListener(dataSet.get()));
-    dataSet->setFilter(new ViewportMaskFilter(dataSet.get(), &listeners));
-    delete dataSet->getFilter(); // one that is deleted elsewhere is forgotten
+    {
+        QObject parent; // takes its filter along, which is then forgotten
+        dataSet->setFilter(new ViewportMaskFilter(dataSet.get(), &listeners, &parent));
+    }
     QVERIFY(!dataSet->getFilter());
     dataSet->setFilter(new ViewportMaskFilter(dataSet.get(), &listeners));
     QString heard;

@@ -35,9 +35,10 @@ constexpr Integer roundWithin(double value, Integer lowest, Integer highest)
     if (value >= static_cast<double>(highest))
         return highest;
     if (value >= 0.0) {
-        // value + 0.5 may reach the limit itself, never pass it.
-        double const raised = value + 0.5;
-        return raised >= static_cast<double>(highest) ? highest : static_cast<Integer>(raised);
+        double const raised = value + 0.5; // may reach the limit itself, never pass it
+        if (raised >= static_cast<double>(highest))
+            return highest;
+        return static_cast<Integer>(raised); // NOLINT(bugprone-incorrect-roundings): the rule
     }
     auto const below = static_cast<std::int64_t>(value - 1.0);
     auto const offset = static_cast<std::int64_t>(value - static_cast<double>(below) + 0.5);
