@@ -122,7 +122,7 @@ void tst_LogReader::sortsLines_data()
     QTest::newRow("two faults in a line count once") << bad + "$GP" + good << "1 1 0";
     QTest::newRow("other protocol in front") << QByteArray("\xB5\x62\0\x01", 4) + good << "1 0 0";
     QTest::newRow("line beyond all measure")
-        << QByteArray(200000, 'x') + good + '\n' + good << "1 0 1";
+        << good + QByteArray(200000, 'x') + '\n' + good << "1 0 1";
 }
 
 void tst_LogReader::sortsLines()

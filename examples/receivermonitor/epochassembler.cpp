@@ -7,7 +7,7 @@ namespace {
 
 using Kind = NmeaSentence::Kind;
 
-constexpr qint64 msPerHour = 3600 * 1000;
+constexpr qint64 msPerHour = 3600000;
 constexpr qint64 msPerDay = 24 * msPerHour;
 /// A time of day that falls by more has passed midnight; by less, it has stepped back.
 constexpr qint64 midnightFall = 12 * msPerHour;
@@ -136,7 +136,7 @@ EpochAssembler::EpochAssembler(Placement const& placement)
 {
 }
 
-bool EpochAssembler::Draft::beginsAnew(NmeaSentence const& sentence) const
+bool EpochDraft::beginsAnew(NmeaSentence const& sentence) const
 {
     quint32 const group = groupOf(sentence);
     if (sentence.kind() == Kind::Gsv) {
@@ -148,7 +148,7 @@ bool EpochAssembler::Draft::beginsAnew(NmeaSentence const& sentence) const
     return last != gsaRuns.cend() && !(inGsaRun && *last == gsaRun);
 }
 
-void EpochAssembler::Draft::absorb(Draft const& later)
+void EpochDraft::absorb(EpochDraft const& later)
 {
     epoch.strengths += later.epoch.strengths;
     epoch.used += later.epoch.used;
@@ -214,11 +214,11 @@ void EpochAssembler::addTimed(NmeaSentence const& sentence)
         close(m_current);
         if (!m_timeFollowsSatellites)
             close(m_loose);
-        m_current = m_loose ? std::move(*m_loose) : Draft();
+        m_current = m_loose ? std::move(*m_loose) : EpochDraft();
     }
     m_loose.reset();
 
-    Draft& draft = *m_current;
+    EpochDraft& draft = *m_current;
     draft.inGsaRun = false;
     if (timeOfDay)
         draft.timeOfDay = timeOfDay;
@@ -235,18 +235,18 @@ void EpochAssembler::addSatellites(NmeaSentence const& sentence)
 {
     if (m_loose && m_loose->beginsAnew(sentence)) {
         close(m_current);
-        m_current = std::exchange(m_loose, Draft());
+        m_current = std::exchange(m_loose, EpochDraft());
     } else if (!m_loose && (!m_current || m_current->beginsAnew(sentence))) {
         m_loose.emplace();
     }
-    Draft& draft = m_loose ? *m_loose : *m_current;
+    EpochDraft& draft = m_loose ? *m_loose : *m_current;
     if (sentence.kind() == Kind::Gsa)
         readGsa(draft, sentence);
     else
         readGsv(draft, sentence);
 }
 
-void EpochAssembler::readGga(Draft& draft, NmeaSentence const& sentence)
+void EpochAssembler::readGga(EpochDraft& draft, NmeaSentence const& sentence)
 {
     draft.hasGga = true;
     draft.epoch.quality = qualityOf(sentence);
@@ -258,7 +258,7 @@ void EpochAssembler::readGga(Draft& draft, NmeaSentence const& sentence)
         = hasFix && altitude ? *altitude : std::numeric_limits<double>::quiet_NaN();
 }
 
-void EpochAssembler::readGsa(Draft& draft, NmeaSentence const& sentence)
+void EpochAssembler::readGsa(EpochDraft& draft, NmeaSentence const& sentence)
 {
     if (!std::exchange(draft.inGsaRun, true))
         ++draft.gsaRun;
@@ -271,7 +271,7 @@ void EpochAssembler::readGsa(Draft& draft, NmeaSentence const& sentence)
     }
 }
 
-void EpochAssembler::readGsv(Draft& draft, NmeaSentence const& sentence)
+void EpochAssembler::readGsv(EpochDraft& draft, NmeaSentence const& sentence)
 {
     constexpr int firstGroup = 3;
     constexpr double cn0Limit = 100.0; // the field has two places in front of the point
@@ -290,9 +290,9 @@ void EpochAssembler::readGsv(Draft& draft, NmeaSentence const& sentence)
     }
 }
 
-void EpochAssembler::close(std::optional<Draft>& closing)
+void EpochAssembler::close(std::optional<EpochDraft>& closing)
 {
-    std::optional<Draft> draft = std::exchange(closing, std::nullopt);
+    std::optional<EpochDraft> draft = std::exchange(closing, std::nullopt);
     if (!draft)
         return;
     if (!draft->timeOfDay) {

@@ -22,6 +22,28 @@ struct EpochCounts
     qint64 cn0WithoutNumber = 0;
 };
 
+/// An epoch under construction, and what tells whether a sentence still belongs to it.
+struct EpochDraft
+{
+    Epoch epoch;
+    std::optional<qint64> timeOfDay; // milliseconds, UTC
+    std::optional<qint64> day; // since 1980-01-06, UTC
+    std::optional<int> inUseByGga;
+    bool hasGga = false;
+    bool hasRmc = false;
+    bool hasGsa = false;
+    bool inGsaRun = false;
+    int gsaRun = 0;
+    QHash<quint32, int> gsaRuns; // talker and system -> run in which it came last
+    QHash<quint32, int> gsvParts; // talker and signal -> number of its last sentence
+
+    bool hasSatellites() const { return !gsaRuns.isEmpty() || !gsvParts.isEmpty(); }
+    /// True if @p sentence, a GSA or GSV, has had its turn, so that it is of another cycle.
+    bool beginsAnew(NmeaSentence const& sentence) const;
+    /// Takes over the satellites of @p later.
+    void absorb(EpochDraft const& later);
+};
+
 /**
  * Puts sentences together to epochs and gives these their place in GNSS time.
  *
@@ -59,40 +81,20 @@ public:
     bool isDateKnown() const { return m_dateKnown; }
 
 private:
-    /// An epoch under construction.
-    struct Draft
-    {
-        Epoch epoch;
-        std::optional<qint64> timeOfDay; // milliseconds, UTC
-        std::optional<qint64> day; // since 1980-01-06, UTC
-        std::optional<int> inUseByGga;
-        bool hasGga = false;
-        bool hasRmc = false;
-        bool hasGsa = false;
-        bool inGsaRun = false;
-        int gsaRun = 0;
-        QHash<quint32, int> gsaRuns; // talker and system -> run in which it came last
-        QHash<quint32, int> gsvParts; // talker and signal -> number of its last sentence
-
-        bool hasSatellites() const { return !gsaRuns.isEmpty() || !gsvParts.isEmpty(); }
-        bool beginsAnew(NmeaSentence const& sentence) const;
-        void absorb(Draft const& later);
-    };
-
     void addTimed(NmeaSentence const& sentence);
     void addSatellites(NmeaSentence const& sentence);
-    void readGga(Draft& draft, NmeaSentence const& sentence);
-    void readGsa(Draft& draft, NmeaSentence const& sentence);
-    void readGsv(Draft& draft, NmeaSentence const& sentence);
-    void close(std::optional<Draft>& draft);
+    void readGga(EpochDraft& draft, NmeaSentence const& sentence);
+    void readGsa(EpochDraft& draft, NmeaSentence const& sentence);
+    void readGsv(EpochDraft& draft, NmeaSentence const& sentence);
+    void close(std::optional<EpochDraft>& draft);
     void place(Epoch&& epoch, qint64 timeOfDay, std::optional<qint64> toldDay);
     void releaseWaiting(qint64 days);
     void append(Epoch&& epoch);
 
     Placement m_placement;
     EpochCounts m_counts;
-    std::optional<Draft> m_current; // what the next sentence of equal time joins
-    std::optional<Draft> m_loose; // satellites behind it that may be of another time
+    std::optional<EpochDraft> m_current; // what the next sentence of equal time joins
+    std::optional<EpochDraft> m_loose; // satellites behind it that may be of another time
     bool m_begun = false;
     NmeaSentence::Kind m_opener = NmeaSentence::Kind::Other; // the first of GGA and RMC in the log
     bool m_timeFollowsSatellites = false;

@@ -8,8 +8,8 @@
 namespace {
 
 /// No sentence is nearly as long; what is longer is not even kept until its end.
-constexpr qsizetype longestLine = 64 * 1024;
-constexpr qint64 pieceOfFile = 1024 * 1024;
+constexpr qsizetype longestLine = 65536;
+constexpr qint64 pieceOfFile = 1048576;
 
 } // namespace
 
