@@ -16,7 +16,8 @@ int fail(QString const& reason)
 void report(ReceiverLog const& log, Placement const& placement)
 {
     QTextStream out(stdout);
-    out << log.epochs.size() << " epochs from " << log.soundSentences << " sentences\n";
+    out << "epochs shown: " << log.epochs.size() << "\n"
+        << "sound sentences: " << log.soundSentences << "\n";
     if (!log.isDateKnown && !log.epochs.isEmpty()) {
         out << "The log never tells its date: placed on "
             << (placement.date.isValid() ? placement.date.toString(Qt::ISODate)
@@ -29,7 +30,7 @@ void report(ReceiverLog const& log, Placement const& placement)
         char const* what;
     };
     Line const lines[] = {
-        {log.failedChecksums, "lines with a failed checksum"},
+        {log.failedChecksums, "failed checksums"},
         {log.noSentences, "lines that are no sentence"},
         {log.leftOut.beforeFirstTime, "epochs before the first known time"},
         {log.leftOut.withoutTime, "later epochs without a time"},
@@ -37,7 +38,7 @@ void report(ReceiverLog const& log, Placement const& placement)
         {log.leftOut.cn0WithoutNumber, "C/N0 without a satellite number"},
     };
     for (Line const& line : lines)
-        out << "left out: " << line.count << " " << line.what << "\n";
+        out << "left out, " << line.what << ": " << line.count << "\n";
 }
 
 int writeSnapshot(MonitorWindow& window, Options const& options)

@@ -12,6 +12,7 @@ namespace {
 QColor const gridColor(0x70, 0x70, 0x70);
 
 constexpr double initialSpanMs = 30000.0;
+constexpr double buffer = 0.1; // of the extent of the data
 
 /// Pixels along the edges of a canvas. Data keeps out of the strips in which labels stand.
 constexpr int leftStrip = 44;
@@ -93,6 +94,12 @@ PlotPanel::PlotPanel(Content const& content, TimeAxis const& axis, QWidget* pare
 
     m_canvas->setInitialDataBounds(
         Bounds{axis.start, axis.start + initialSpanMs, 0.0, content.leastValueExtent});
+    // The whole log stays in view, and its labels left of the data.
+    m_canvas->setHorizontalViewBoundsUpdatePolicy(XYCanvas::PolicyFull, false);
+    // Room for half a minute ahead of the newest epoch, so that an early replay does not redraw at
+    // each; none to the left, where nothing arrives.
+    m_canvas->setExtensionBufferParameters(0.0, initialSpanMs, 0.0, 0.0, 0.0, buffer, buffer,
+                                           buffer);
     m_canvas->addCustomHorizontalDataBoundsVector(axis.extent);
     m_canvas->setViewportMargin(leftStrip, rightStrip, bottomStrip + dataAboveStrip, topStrip);
 }
