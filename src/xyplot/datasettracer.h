@@ -3,6 +3,7 @@
 #include "look.h"
 #include "markers.h"
 #include "pointlocator.h"
+#include "testexport.h"
 #include "verticalenvelope.h"
 #include "viewportclip.h"
 #include "viewportmap.h"
@@ -48,7 +49,7 @@ struct TraceResult
  * made from what the run carries along, so that a run that continues an earlier one gives the same
  * strokes as one run over all points.
  */
-class DataSetTracer
+class ZELPLOT_TEST_EXPORT DataSetTracer
 {
 public:
     DataSetTracer(TraceSettings const& traceSettings, VerticalEnvelope& pendingLine,

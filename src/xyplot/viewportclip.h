@@ -1,5 +1,6 @@
 #pragma once
 
+#include "testexport.h"
 #include <QLine>
 #include <QPoint>
 #include <optional>
@@ -14,7 +15,7 @@
  *     2 0 6
  *     1 8 7
  */
-class ViewportClip
+class ZELPLOT_TEST_EXPORT ViewportClip
 {
 public:
     ViewportClip(int viewportWidth, int viewportHeight)
