@@ -45,14 +45,18 @@ void XYCanvas::drawDataSet(QPainter* painter, XYDataSet* dataSet)
     if (drawsPoints || (dataSet->isComplete() && !marks.endDashDrawn)) {
         PainterStrokeSink sink(*painter);
         DataSetTracer tracer(traceSettings(dataSet), *verticalLine, sink);
-        TraceResult result = {getLastProcessedPointDegreeOfIsolation(dataSet), false};
-        int const isolationBefore = result.isolation;
+        int const isolationBefore = getLastProcessedPointDegreeOfIsolation(dataSet);
+        int isolation = isolationBefore;
+        marks.endDashDrawn = false;
         int const lineCount = dataSet->getLook()->getMultiLineCount();
-        for (int line = 0; line < lineCount; ++line)
-            result = tracer.trace(line, first, last, isolationBefore);
+        for (int line = 0; line < lineCount; ++line) {
+            TraceResult const result = tracer.trace(line, first, last, isolationBefore);
+            isolation = result.isolation;
+            // Of parallel lines, some may end out of view and get no dash.
+            marks.endDashDrawn = marks.endDashDrawn || result.endDashDrawn;
+        }
         setLastProcessedIndex(dataSet, last);
-        setLastProcessedPointDegreeOfIsolation(dataSet, result.isolation);
-        marks.endDashDrawn = result.endDashDrawn;
+        setLastProcessedPointDegreeOfIsolation(dataSet, isolation);
     }
     if (connectFirstLast && (drawsPoints || !marks.closingLineDrawn)) {
         if (!drawsPoints)
