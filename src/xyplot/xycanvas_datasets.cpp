@@ -28,9 +28,13 @@ void XYCanvas::drawDataSet(QPainter* painter, XYDataSet* dataSet)
 {
     watch(dataSet);
     RunMarks& marks = runMarks[dataSet];
-    int const size = qMin(dataSet->xData->dataSize(), dataSet->yData->dataSize());
-    // A column has shrunk: its indices no longer mean the points that were drawn.
-    marks.columnShrunk = marks.columnShrunk || getLastProcessedIndex(dataSet) >= size;
+    // Once a column has shrunk, its indices no longer mean the points that were drawn. An x column
+    // that merely lags behind has not shrunk.
+    int const processed = getLastProcessedIndex(dataSet);
+    int const xSize = dataSet->xData->dataSize();
+    if (processed >= dataSet->yData->dataSize() || (processed >= xSize && xSize < marks.xSize))
+        marks.columnShrunk = true;
+    marks.xSize = xSize;
     if (marks.columnShrunk)
         return;
 
