@@ -41,7 +41,10 @@ public:
      */
     QPoint crossing(QPoint inner, QPoint outer, int code) const;
 
-    /// The visible part of a line between points in the given zones; none if it misses.
+    /**
+     * The visible part of a line between points in the given zones; none if it misses. Where it is
+     * cut it runs towards @p from; one that passes a corner within a pixel may begin outside.
+     */
     std::optional<QLine> clipped(QPoint from, QPoint to, int fromCode, int toCode) const;
 
 private:
