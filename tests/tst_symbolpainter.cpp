@@ -11,12 +11,13 @@ constexpr int side = 9;
 constexpr QPoint centre(4, 4);
 
 /// What a symbol leaves on a small picture, row by row from the top, '#' where it has painted.
-QString picture(E_SYMBOL symbol, int radius, QPoint place = centre)
+QString picture(E_SYMBOL symbol, int radius, QPoint place = centre, bool smooth = false)
 {
     QImage image(side, side, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.setPen(Qt::black);
+    painter.setRenderHint(QPainter::Antialiasing, smooth);
     paintSymbol(painter, place, symbol, radius);
     painter.end();
 
@@ -168,7 +169,7 @@ void tst_SymbolPainter::extremeSizesAndPlacesEnd()
     for (int symbol = SYMBOL_NONE; symbol <= SYMBOL_DIAMOND; ++symbol) {
         for (int const radius : {lowest, -1, 0, 1, highest}) {
             for (int const place : {lowest, 4, highest})
-                picture(E_SYMBOL(symbol), radius, QPoint(place, place));
+                picture(E_SYMBOL(symbol), radius, QPoint(place, place), true);
         }
     }
     // Where the picture sees only the middle of huge bars.
