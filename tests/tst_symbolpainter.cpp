@@ -7,28 +7,28 @@
 
 namespace {
 
-constexpr int side = 9;
+constexpr int rows = 9;
 constexpr QPoint centre(4, 4);
 
-/// What a symbol leaves on a small picture, row by row from the top, '#' where it has painted.
-QString picture(E_SYMBOL symbol, int radius, QPoint place = centre, bool smooth = false)
+QImage paper(int columns)
 {
-    QImage image(side, side, QImage::Format_RGB32);
+    QImage image(columns, rows, QImage::Format_RGB32);
     image.fill(Qt::white);
+    return image;
+}
+
+QImage painted(E_SYMBOL symbol, int radius, QPoint place = centre, bool smooth = false)
+{
+    QImage image = paper(9);
     QPainter painter(&image);
-    painter.setPen(Qt::black);
     painter.setRenderHint(QPainter::Antialiasing, smooth);
     paintSymbol(painter, place, symbol, radius);
-    painter.end();
+    return image;
+}
 
-    QStringList rows;
-    for (int y = 0; y < side; ++y) {
-        QString row;
-        for (int x = 0; x < side; ++x)
-            row += QLatin1Char(image.pixelColor(x, y) == QColor(Qt::white) ? '.' : '#');
-        rows.append(row);
-    }
-    return rows.join(QLatin1Char('\n'));
+bool isPainted(QImage const& image, QPoint pixel)
+{
+    return image.pixelColor(pixel) != QColor(Qt::white);
 }
 
 } // namespace
@@ -37,8 +37,7 @@ class tst_SymbolPainter : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void shape_data();
-    void shape();
+    void shapes();
     void trianglePointsItsWay_data();
     void trianglePointsItsWay();
     void circleTouchesItsSquare();
@@ -46,70 +45,37 @@ private Q_SLOTS:
     void extremeSizesAndPlacesEnd();
 };
 
-void tst_SymbolPainter::shape_data()
+void tst_SymbolPainter::shapes()
 {
-    QTest::addColumn<int>("symbol");
-    QTest::addColumn<QString>("expected");
-    auto const row = [](char const* name, E_SYMBOL symbol, QStringList const& rows) {
-        QTest::newRow(name) << int(symbol) << rows.join(QLatin1Char('\n'));
+    // Dot, plus, cross, square and diamond about row 4 and every ninth column from 4, with a
+    // radius of 3. Rectangles are stroked around their right and lower edge.
+    QStringList const expected = {
+        ".............................................", //
+        ".............#.....#.....#..#######.....#....", //
+        ".............#......#...#...#.....#....#.#...", //
+        ".............#.......#.#....#.....#...#...#..", //
+        "....####..#######.....#.....#.....#..#.....#.", //
+        "....#..#.....#.......#.#....#.....#...#...#..", //
+        "....#..#.....#......#...#...#.....#....#.#...", //
+        "....####.....#.....#.....#..#######.....#....", //
+        ".............................................", //
     };
-    // All about (4, 4) with a radius of 3. A rectangle is stroked around its right and lower edge.
-    row("dot, from the centre on", SYMBOL_DOT,
-        {".........", //
-         ".........", //
-         ".........", //
-         ".........", //
-         "....####.", //
-         "....#..#.", //
-         "....#..#.", //
-         "....####.", //
-         "........."});
-    row("plus", SYMBOL_PLUS,
-        {".........", //
-         "....#....", //
-         "....#....", //
-         "....#....", //
-         ".#######.", //
-         "....#....", //
-         "....#....", //
-         "....#....", //
-         "........."});
-    row("cross", SYMBOL_CROSS,
-        {".........", //
-         ".#.....#.", //
-         "..#...#..", //
-         "...#.#...", //
-         "....#....", //
-         "...#.#...", //
-         "..#...#..", //
-         ".#.....#.", //
-         "........."});
-    row("square", SYMBOL_SQUARE,
-        {".........", //
-         ".#######.", //
-         ".#.....#.", //
-         ".#.....#.", //
-         ".#.....#.", //
-         ".#.....#.", //
-         ".#.....#.", //
-         ".#######.", //
-         "........."});
-    row("diamond", SYMBOL_DIAMOND,
-        {".........", //
-         "....#....", //
-         "...#.#...", //
-         "..#...#..", //
-         ".#.....#.", //
-         "..#...#..", //
-         "...#.#...", //
-         "....#....", //
-         "........."});
-}
+    QImage image = paper(45);
+    QPainter painter(&image);
+    QPoint place = centre;
+    for (E_SYMBOL const symbol :
+         {SYMBOL_DOT, SYMBOL_PLUS, SYMBOL_CROSS, SYMBOL_SQUARE, SYMBOL_DIAMOND}) {
+        paintSymbol(painter, place, symbol, 3);
+        place.rx() += 9;
+    }
+    painter.end();
 
-void tst_SymbolPainter::shape()
-{
-    QFETCH(int, symbol);
-    QTEST(picture(E_SYMBOL(symbol), 3), "expected");
+    for (int y = 0; y < rows; ++y) {
+        QString row;
+        for (int x = 0; x < image.width(); ++x)
+            row += QLatin1Char(isPainted(image, {x, y}) ? '#' : '.');
+        QCOMPARE(row, expected.at(y));
+    }
 }
 
 void tst_SymbolPainter::trianglePointsItsWay_data()
@@ -126,40 +92,28 @@ void tst_SymbolPainter::trianglePointsItsWay()
 {
     QFETCH(int, symbol);
     QFETCH(QPoint, apex);
-    QStringList const rows = picture(E_SYMBOL(symbol), 3).split(QLatin1Char('\n'));
-    auto const painted
-        = [&rows](QPoint pixel) { return rows.at(pixel.y()).at(pixel.x()) == QLatin1Char('#'); };
+    QImage const image = painted(E_SYMBOL(symbol), 3);
     QPoint const across(apex.y(), apex.x());
 
-    QVERIFY(painted(centre + 3 * apex));
-    for (int i = 1; i <= 3; ++i) {
-        QVERIFY(painted(centre - 3 * apex + i * across)); // the flat side
-        QVERIFY(painted(centre - 3 * apex - i * across));
-        QVERIFY(!painted(centre + 3 * apex + i * across));
-        QVERIFY(!painted(centre + 3 * apex - i * across));
+    QVERIFY(isPainted(image, centre + 3 * apex));
+    for (int const i : {-3, -2, -1, 1, 2, 3}) {
+        QVERIFY(isPainted(image, centre - 3 * apex + i * across)); // the flat side
+        QVERIFY(!isPainted(image, centre + 3 * apex + i * across));
     }
-    QVERIFY(!painted(centre)); // an outline only
-    QVERIFY(!painted(centre + 4 * apex));
-    QVERIFY(!painted(centre - 4 * apex));
-}
-
-void tst_SymbolPainter::circleTouchesItsSquare()
-{
-    QStringList const rows = picture(SYMBOL_CIRCLE, 3).split(QLatin1Char('\n'));
-    QCOMPARE(rows.at(0), QStringLiteral("........."));
-    QCOMPARE(rows.at(1).at(4), QLatin1Char('#'));
-    QCOMPARE(rows.at(4), QStringLiteral(".#.....#."));
-    QCOMPARE(rows.at(7).at(4), QLatin1Char('#'));
-    QCOMPARE(rows.at(8), QStringLiteral("........."));
-    QCOMPARE(rows.at(1).at(1), QLatin1Char('.')); // a corner of the square
+    QVERIFY(!isPainted(image, centre)); // an outline only
 }
 
 void tst_SymbolPainter::otherValuesDrawNothing()
 {
-    QString const nothing = picture(SYMBOL_NONE, 3);
-    QVERIFY(!nothing.contains(QLatin1Char('#')));
-    for (int const value : {-1, 11, std::numeric_limits<int>::min(), 1000000})
-        QCOMPARE(picture(E_SYMBOL(value), 3), nothing);
+    for (int const value : {-1, 0, 11, std::numeric_limits<int>::min(), 1000000})
+        QCOMPARE(painted(E_SYMBOL(value), 3), paper(9));
+}
+
+void tst_SymbolPainter::circleTouchesItsSquare()
+{
+    QImage const circle = painted(SYMBOL_CIRCLE, 3);
+    QVERIFY(isPainted(circle, {1, 4}) && isPainted(circle, {7, 4}));
+    QVERIFY(!isPainted(circle, {1, 1}) && !isPainted(circle, {0, 4}) && !isPainted(circle, {8, 4}));
 }
 
 void tst_SymbolPainter::extremeSizesAndPlacesEnd()
@@ -169,11 +123,10 @@ void tst_SymbolPainter::extremeSizesAndPlacesEnd()
     for (int symbol = SYMBOL_NONE; symbol <= SYMBOL_DIAMOND; ++symbol) {
         for (int const radius : {lowest, -1, 0, 1, highest}) {
             for (int const place : {lowest, 4, highest})
-                picture(E_SYMBOL(symbol), radius, QPoint(place, place), true);
+                painted(E_SYMBOL(symbol), radius, QPoint(place, place), true);
         }
     }
-    // Where the picture sees only the middle of huge bars.
-    QVERIFY(picture(SYMBOL_PLUS, highest).startsWith(QLatin1String("....#....")));
+    QVERIFY(isPainted(painted(SYMBOL_PLUS, highest), {4, 0})); // bars across the whole picture
 }
 
 QTEST_MAIN(tst_SymbolPainter)
