@@ -189,7 +189,7 @@ void DataSetTracer::lineTo(int index, Point const& current, bool lookChanged,
 /// The gap before point @p index is too wide for a line.
 void DataSetTracer::disconnect(int index)
 {
-    isolation = qMin<int>(isolation + 1, UnlinkedAcrossGap);
+    isolation = qMin<int>(isolation, Unlinked) + 1;
     if (isolation == UnlinkedAcrossGap && previous.zone == 0 && !hidesBehindSymbol(index - 1))
         dashPrevious();
 }

@@ -3,6 +3,7 @@
 #include "look.h"
 #include "markers.h"
 #include "pointlocator.h"
+#include "testexport.h"
 #include "verticalenvelope.h"
 #include "viewportclip.h"
 #include "viewportmap.h"
@@ -44,11 +45,12 @@ struct TraceResult
 /**
  * Decides what a run of points amounts to: lines, symbols, dashes and pens, in their order.
  *
- * Works for any StrokeSink and needs no widget. Every decision that depends on the point before is
- * made from what the run carries along, so that a run that continues an earlier one gives the same
- * strokes as one run over all points.
+ * Works for any StrokeSink and needs no widget. A run that continues an earlier one covers the same
+ * pixels as one run over all points, with two exceptions at its first point, whose pen is always
+ * set: a point on the pixel of its predecessor counts as linked to it, and the look of a gap takes
+ * effect.
  */
-class DataSetTracer
+class ZELPLOT_TEST_EXPORT DataSetTracer
 {
 public:
     DataSetTracer(TraceSettings const& traceSettings, VerticalEnvelope& pendingLine,

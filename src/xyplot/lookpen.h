@@ -1,5 +1,6 @@
 #pragma once
 
+#include "testexport.h"
 #include <QPen>
 
 class Look;
@@ -17,4 +18,4 @@ struct LookPen
  * @param index      point of the look's data set, 0 to size - 1
  * @param lineIndex  which of the parallel lines of a multi-line look
  */
-LookPen lookPen(Look& look, int index, int lineIndex);
+ZELPLOT_TEST_EXPORT LookPen lookPen(Look& look, int index, int lineIndex);

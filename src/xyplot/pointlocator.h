@@ -2,6 +2,7 @@
 
 #include "dataarray.h"
 #include "rounding.h"
+#include "testexport.h"
 #include "viewtransform.h"
 #include <QPoint>
 #include <optional>
@@ -17,7 +18,7 @@ struct PlotPoint
 };
 
 /// Finds the points of one data set on the viewport, for as long as its columns do not change.
-class PointLocator
+class ZELPLOT_TEST_EXPORT PointLocator
 {
 public:
     /// @param yUpwards  true for y upwards from the lower edge, false for y downwards

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "look.h"
+#include "testexport.h"
 #include <QPoint>
 
 class QPainter;
@@ -12,4 +13,4 @@ class QPainter;
  *                downwards
  * @param radius  half the extent of the symbol
  */
-void paintSymbol(QPainter& painter, QPoint centre, E_SYMBOL symbol, int radius);
+ZELPLOT_TEST_EXPORT void paintSymbol(QPainter& painter, QPoint centre, E_SYMBOL symbol, int radius);

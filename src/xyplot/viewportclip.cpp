@@ -110,7 +110,7 @@ std::optional<QLine> ViewportClip::clipped(QPoint from, QPoint to, int fromCode,
         return std::nullopt;
     QPoint const entry = crossing(to, from, fromCode);
     QPoint const exit = crossing(from, to, toCode);
-    // One end is enough: a line that misses the corner misses it with both.
+    // A line that misses the corner misses it with both ends, but for rounding; only one is asked.
     if (zoneOf(entry) != 0)
         return std::nullopt;
     return QLine(exit, entry);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "testexport.h"
 #include <QLine>
 #include <QPoint>
 #include <optional>
@@ -14,7 +15,7 @@
  *     2 0 6
  *     1 8 7
  */
-class ViewportClip
+class ZELPLOT_TEST_EXPORT ViewportClip
 {
 public:
     ViewportClip(int viewportWidth, int viewportHeight)
@@ -40,7 +41,10 @@ public:
      */
     QPoint crossing(QPoint inner, QPoint outer, int code) const;
 
-    /// The visible part of a line between points in the given zones; none if it misses.
+    /**
+     * The visible part of a line between points in the given zones; none if it misses. Where it is
+     * cut it runs towards @p from; one that passes a corner within a pixel may begin outside.
+     */
     std::optional<QLine> clipped(QPoint from, QPoint to, int fromCode, int toCode) const;
 
 private:

@@ -328,6 +328,7 @@ private:
         bool endDashDrawn = false;
         bool closingLineDrawn = false;
         bool columnShrunk = false;
+        int xSize = 0; ///< cells of the x column at the last run
     };
 
     void followChangedLimits();

@@ -28,9 +28,13 @@ void XYCanvas::drawDataSet(QPainter* painter, XYDataSet* dataSet)
 {
     watch(dataSet);
     RunMarks& marks = runMarks[dataSet];
-    int const size = qMin(dataSet->xData->dataSize(), dataSet->yData->dataSize());
-    // A column has shrunk: its indices no longer mean the points that were drawn.
-    marks.columnShrunk = marks.columnShrunk || getLastProcessedIndex(dataSet) >= size;
+    // Once a column has shrunk, its indices no longer mean the points that were drawn. An x column
+    // that merely lags behind has not shrunk.
+    int const processed = getLastProcessedIndex(dataSet);
+    int const xSize = dataSet->xData->dataSize();
+    if (processed >= dataSet->yData->dataSize() || (processed >= xSize && xSize < marks.xSize))
+        marks.columnShrunk = true;
+    marks.xSize = xSize;
     if (marks.columnShrunk)
         return;
 
@@ -45,14 +49,18 @@ void XYCanvas::drawDataSet(QPainter* painter, XYDataSet* dataSet)
     if (drawsPoints || (dataSet->isComplete() && !marks.endDashDrawn)) {
         PainterStrokeSink sink(*painter);
         DataSetTracer tracer(traceSettings(dataSet), *verticalLine, sink);
-        TraceResult result = {getLastProcessedPointDegreeOfIsolation(dataSet), false};
-        int const isolationBefore = result.isolation;
+        int const isolationBefore = getLastProcessedPointDegreeOfIsolation(dataSet);
+        int isolation = isolationBefore;
+        marks.endDashDrawn = false;
         int const lineCount = dataSet->getLook()->getMultiLineCount();
-        for (int line = 0; line < lineCount; ++line)
-            result = tracer.trace(line, first, last, isolationBefore);
+        for (int line = 0; line < lineCount; ++line) {
+            TraceResult const result = tracer.trace(line, first, last, isolationBefore);
+            isolation = result.isolation;
+            // Of parallel lines, some may end out of view and get no dash.
+            marks.endDashDrawn = marks.endDashDrawn || result.endDashDrawn;
+        }
         setLastProcessedIndex(dataSet, last);
-        setLastProcessedPointDegreeOfIsolation(dataSet, result.isolation);
-        marks.endDashDrawn = result.endDashDrawn;
+        setLastProcessedPointDegreeOfIsolation(dataSet, isolation);
     }
     if (connectFirstLast && (drawsPoints || !marks.closingLineDrawn)) {
         if (!drawsPoints)
