@@ -4,6 +4,7 @@
 
 #include <QScopedPointer>
 #include <QTest>
+#include <limits>
 
 namespace {
 constexpr QSize size(200, 100);
@@ -72,10 +73,10 @@ void tst_XYCanvasMarkers::cleanup()
 void tst_XYCanvasMarkers::lines_data()
 {
     QTest::addColumn<Marker_t>("marker");
-    QTest::addColumn<QVector<double>>("view");
+    QTest::addColumn<Bounds>("view");
     QTest::addColumn<QRect>("ink");
     auto const add = [](char const* name, E_ORIENTATION_TYPE orientation, double value, QRect ink,
-                        QVector<double> const& view = {0, 200, 0, 100}) {
+                        Bounds const& view = pixelView) {
         QTest::newRow(name) << foreground(orientation, value) << view << ink;
     };
     QRect const none;
@@ -96,9 +97,9 @@ void tst_XYCanvasMarkers::lines_data()
 void tst_XYCanvasMarkers::lines()
 {
     QFETCH(Marker_t, marker);
-    QFETCH(QVector<double>, view);
+    QFETCH(Bounds, view);
     CanvasStage stage;
-    stage.show({view[0], view[1], view[2], view[3]});
+    stage.show(view);
     stage.markers = {&marker};
     QTEST(inkOf(stage.paint(size)), "ink");
 }
@@ -142,10 +143,10 @@ void tst_XYCanvasMarkers::crosses_data()
 {
     QTest::addColumn<QPointF>("centre");
     QTest::addColumn<double>("arm");
-    QTest::addColumn<QVector<double>>("view");
+    QTest::addColumn<Bounds>("view");
     QTest::addColumn<QRect>("ink");
     auto const add = [](char const* name, QPointF centre, double arm, QRect ink,
-                        QVector<double> const& view = {0, 200, 0, 100}) {
+                        Bounds const& view = pixelView) {
         QTest::newRow(name) << centre << arm << view << ink;
     };
     add("arm is truncated", {50, 30}, 5.9, {45, 65, 11, 11});
@@ -160,9 +161,9 @@ void tst_XYCanvasMarkers::crosses()
 {
     QFETCH(QPointF, centre);
     QFETCH(double, arm);
-    QFETCH(QVector<double>, view);
+    QFETCH(Bounds, view);
     CanvasStage stage;
-    stage.show({view[0], view[1], view[2], view[3]});
+    stage.show(view);
     CrossMarker_t cross{centre.x(), centre.y(), arm, Qt::red, Qt::SolidLine, 0};
     stage.crosses = {&cross};
     QTEST(inkOf(stage.paint(size)), "ink");
@@ -171,10 +172,10 @@ void tst_XYCanvasMarkers::crosses()
 void tst_XYCanvasMarkers::ellipses_data()
 {
     QTest::addColumn<EllipseMarker_t>("ellipse");
-    QTest::addColumn<QVector<double>>("view");
+    QTest::addColumn<Bounds>("view");
     QTest::addColumn<QRect>("ink"); // to a pixel; empty for nothing
     auto const add = [](char const* name, double x, double y, double up, double right, double angle,
-                        QRect ink, QVector<double> const& view = {0, 200, 0, 100}) {
+                        QRect ink, Bounds const& view = pixelView) {
         QTest::newRow(name) << EllipseMarker_t{x, y, up, right, angle, Qt::red, Qt::SolidLine, 0}
                             << view << ink;
     };
@@ -197,10 +198,10 @@ void tst_XYCanvasMarkers::ellipses_data()
 void tst_XYCanvasMarkers::ellipses()
 {
     QFETCH(EllipseMarker_t, ellipse);
-    QFETCH(QVector<double>, view);
+    QFETCH(Bounds, view);
     QFETCH(QRect, ink);
     CanvasStage stage;
-    stage.show({view[0], view[1], view[2], view[3]});
+    stage.show(view);
     stage.ellipses = {&ellipse};
     QRect const actual = inkOf(stage.paint(size));
     QCOMPARE(actual.isEmpty(), ink.isEmpty());

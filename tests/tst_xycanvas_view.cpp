@@ -70,27 +70,27 @@ void tst_XYCanvasView::newCanvasKnowsNothing()
 
 void tst_XYCanvasView::conversions_data()
 {
-    QTest::addColumn<QVector<double>>("view");
+    QTest::addColumn<Bounds>("view");
     QTest::addColumn<QPointF>("world");
     QTest::addColumn<QPointF>("fromTop");
     QTest::addColumn<double>("fromBottom");
-    QTest::newRow("inside") << QVector<double>{10, 30, 100, 200} << QPointF(15, 125)
-                            << QPointF(50, 75) << 25.0;
-    QTest::newRow("outside, left and above")
-        << QVector<double>{10, 30, 100, 200} << QPointF(0, 250) << QPointF(-100, -50) << 150.0;
-    QTest::newRow("swapped ends are taken as they stand")
-        << QVector<double>{30, 10, 200, 100} << QPointF(25, 125) << QPointF(50, 25) << 75.0;
+    auto const row
+        = [](char const* name, Bounds const& view, QPointF world, QPointF fromTop,
+             double fromBottom) { QTest::newRow(name) << view << world << fromTop << fromBottom; };
+    row("inside", {10, 30, 100, 200}, {15, 125}, {50, 75}, 25);
+    row("outside, left and above", {10, 30, 100, 200}, {0, 250}, {-100, -50}, 150);
+    row("swapped ends are taken as they stand", {30, 10, 200, 100}, {25, 125}, {50, 25}, 75);
 }
 
 void tst_XYCanvasView::conversions()
 {
-    QFETCH(QVector<double>, view);
+    QFETCH(Bounds, view);
     QFETCH(QPointF, world);
     QFETCH(QPointF, fromTop);
     QFETCH(double, fromBottom);
     CanvasStage stage;
     stage.paint(size);
-    stage.show({view[0], view[1], view[2], view[3]});
+    stage.show(view);
     QCOMPARE(stage->convertXWorldToViewport(world.x()), fromTop.x());
     QCOMPARE(stage->convertXViewportToWorld(fromTop.x()), world.x());
     QCOMPARE(stage->convertYWorldToViewport(world.y(), false), fromTop.y());
@@ -99,8 +99,8 @@ void tst_XYCanvasView::conversions()
     QCOMPARE(stage->convertYViewportToWorld(fromBottom, true), world.y());
 
     // A direction without extent takes only itself out.
-    stage.show({5.0, 5.0, view[2], view[3]});
-    QVERIFY(isNaN(stage->convertXWorldToViewport(5.0)) && isNaN(stage->convertXViewportToWorld(0)));
+    stage.show({5, 5, view.minY, view.maxY});
+    QVERIFY(isNaN(stage->convertXWorldToViewport(5)) && isNaN(stage->convertXViewportToWorld(0)));
     QCOMPARE(stage->convertYWorldToViewport(world.y(), false), fromTop.y());
 }
 
@@ -111,19 +111,20 @@ void tst_XYCanvasView::dataPointToPixel_data()
     QTest::addColumn<bool>("fromBottom");
     QTest::addColumn<QPoint>("pixel");
     QTest::addColumn<bool>("valid");
+    auto const row = [](char const* name, QPointF point, bool fixedY, bool fromBottom, QPoint pixel,
+                        bool valid) {
+        QTest::newRow(name) << point << fixedY << fromBottom << pixel << valid;
+    };
     constexpr int limit = 1 << 28;
-    QTest::newRow("half: upwards") << QPointF(2.5, 3.5) << false << true << QPoint(3, 4) << true;
-    QTest::newRow("half below 0: upwards too")
-        << QPointF(-2.5, -0.5) << false << true << QPoint(-2, 0) << true;
-    QTest::newRow("from top") << QPointF(2, 3) << false << false << QPoint(2, 97) << true;
-    QTest::newRow("far outside: saturates")
-        << QPointF(1e300, -inf) << false << true << QPoint(limit, -limit) << true;
-    QTest::newRow("hole in y") << QPointF(7, NaN) << false << true << QPoint(7, 0) << false;
-    QTest::newRow("hole in x") << QPointF(NaN, 3) << false << true << QPoint(0, 3) << false;
-    QTest::newRow("fixed: y is not read")
-        << QPointF(7, NaN) << true << false << QPoint(7, 30) << true;
-    QTest::newRow("fixed, from bottom") << QPointF(7, 3) << true << true << QPoint(7, 70) << true;
-    QTest::newRow("fixed, hole in x") << QPointF(NaN, 3) << true << true << QPoint(0, 70) << false;
+    row("half: upwards", {2.5, 3.5}, false, true, {3, 4}, true);
+    row("half below 0: upwards too", {-2.5, -0.5}, false, true, {-2, 0}, true);
+    row("from top", {2, 3}, false, false, {2, 97}, true);
+    row("far outside: saturates", {1e300, -inf}, false, true, {limit, -limit}, true);
+    row("hole in y", {7, NaN}, false, true, {7, 0}, false);
+    row("hole in x", {NaN, 3}, false, true, {0, 3}, false);
+    row("fixed: y is not read", {7, NaN}, true, false, {7, 30}, true);
+    row("fixed, from bottom", {7, 3}, true, true, {7, 70}, true);
+    row("fixed, hole in x", {NaN, 3}, true, true, {0, 70}, false);
 }
 
 void tst_XYCanvasView::dataPointToPixel()
@@ -151,9 +152,8 @@ void tst_XYCanvasView::indexOutOfTheColumns_data()
     QTest::newRow("inside both") << 1 << false << 0 << true;
     QTest::newRow("below both") << -1 << false << 2 << false;
     QTest::newRow("beyond y alone") << 2 << false << 1 << false;
-    QTest::newRow("beyond both") << 3 << false << 2 << false;
     QTest::newRow("beyond y, which is not looked at") << 2 << true << 1 << true;
-    QTest::newRow("beyond x, with a fixed y") << 3 << true << 2 << false;
+    QTest::newRow("beyond both, with a fixed y") << 3 << true << 2 << false;
 }
 
 void tst_XYCanvasView::indexOutOfTheColumns()
@@ -183,39 +183,32 @@ void tst_XYCanvasView::strictBounds()
 {
     CanvasStage stage;
     stage.add({1, 2, 3}, {5, 9, NaN});
-    stage.add({-4, 0}, {7, 8})->visible = false;
-    stage.add({}, {});
+    stage.add({-4, 0}, {7, 8})->visible = false; // counts all the same
     Bounds const strict = stage->calculateStrictDataBounds();
-    QCOMPARE(strict.minX, -4.0); // an invisible data set counts
-    QCOMPARE(strict.maxX, 3.0);
-    QCOMPARE(strict.minY, 5.0);
-    QCOMPARE(strict.maxY, 9.0);
+    QCOMPARE((QVector<double>{strict.minX, strict.maxX, strict.minY, strict.maxY}),
+             (QVector<double>{-4, 3, 5, 9}));
     Bounds const last = stage->calculateLastDataPointsBounds();
-    QCOMPARE(last.minX, 0.0);
-    QCOMPARE(last.maxX, 3.0);
-    QCOMPARE(last.minY, 8.0); // the newest y of the first is a hole
-    QCOMPARE(last.maxY, 8.0);
+    QCOMPARE((QVector<double>{last.minX, last.maxX, last.minY, last.maxY}),
+             (QVector<double>{0, 3, 8, 8}));
 }
 
 void tst_XYCanvasView::customBounds_data()
 {
     QTest::addColumn<QVector<double>>("custom");
-    QTest::addColumn<QVector<double>>("from");
+    QTest::addColumn<Bounds>("from");
     QTest::addColumn<QVector<double>>("to");
-    QTest::newRow("holes change nothing")
-        << QVector<double>{NaN, NaN} << QVector<double>{1, 2} << QVector<double>{1, 2};
-    QTest::newRow("both ends") << QVector<double>{0, NaN, 5} << QVector<double>{1, 2}
-                               << QVector<double>{0, 5};
-    QTest::newRow("no data: size 0 at the value")
-        << QVector<double>{3} << QVector<double>{NaN, NaN} << QVector<double>{3, 3};
-    QTest::newRow("half known: both ends go")
-        << QVector<double>{3} << QVector<double>{1, NaN} << QVector<double>{3, 3};
+    auto const row = [](char const* name, QVector<double> const& custom, Bounds const& from,
+                        QVector<double> const& to) { QTest::newRow(name) << custom << from << to; };
+    row("holes change nothing", {NaN, NaN}, {1, 2, 1, 2}, {1, 2});
+    row("both ends", {0, NaN, 5}, {1, 2, 1, 2}, {0, 5});
+    row("no data: size 0 at the value", {3}, {NaN, NaN, NaN, NaN}, {3, 3});
+    row("half known: both ends go", {3}, {1, NaN, NaN, 1}, {3, 3});
 }
 
 void tst_XYCanvasView::customBounds()
 {
     QFETCH(QVector<double>, custom);
-    QFETCH(QVector<double>, from);
+    QFETCH(Bounds, from);
     QFETCH(QVector<double>, to);
     QVector<double> values;
     QVector<double> none;
@@ -224,45 +217,38 @@ void tst_XYCanvasView::customBounds()
     stage->addCustomHorizontalDataBoundsVector(&none);
     stage->addCustomVerticalDataBoundsVector(&values);
     values = custom; // what counts is the contents at the time of asking
-    Bounds const given{from[0], from[1], from[0], from[1]};
-    Bounds const extended = stage->extendWithCustomDataBounds(given);
-    QCOMPARE(extended.minX, to[0]);
-    QCOMPARE(extended.maxX, to[1]);
-    QCOMPARE(extended.minY, to[0]);
-    QCOMPARE(extended.maxY, to[1]);
+    Bounds const extended = stage->extendWithCustomDataBounds(from);
+    QCOMPARE((QVector<double>{extended.minX, extended.maxX}), to);
+    QCOMPARE((QVector<double>{extended.minY, extended.maxY}), to);
 }
 
 void tst_XYCanvasView::margin_data()
 {
-    using Policy = XYCanvas::ViewBoundsUpdatePolicy;
     QTest::addColumn<bool>("painted");
-    QTest::addColumn<Policy>("policy");
+    QTest::addColumn<bool>("full");
     QTest::addColumn<int>("pixels");
     QTest::addColumn<double>("fallback");
     QTest::addColumn<double>("dataUnits");
-    QTest::newRow("before the first paint: of 200 pixels")
-        << false << XYCanvas::PolicyFull << 5 << 400.0 << 10.0;
-    QTest::newRow("full: of the extent handed in")
-        << true << XYCanvas::PolicyFull << 5 << 400.0 << 20.0;
-    QTest::newRow("keep: of the view") << true << XYCanvas::PolicyKeep << 5 << 400.0 << 10.0;
-    QTest::newRow("keep: of the view, whatever is handed in")
-        << true << XYCanvas::PolicyKeep << 5 << NaN << 10.0;
-    QTest::newRow("full, extent unknown") << true << XYCanvas::PolicyFull << 5 << NaN << 0.0;
-    QTest::newRow("none") << true << XYCanvas::PolicyFull << 0 << 400.0 << 0.0;
-    QTest::newRow("negative") << true << XYCanvas::PolicyFull << -5 << 400.0 << 0.0;
+    QTest::newRow("before the first paint: of 200 pixels") << false << true << 5 << 400.0 << 10.0;
+    QTest::newRow("full: of the extent handed in") << true << true << 5 << 400.0 << 20.0;
+    QTest::newRow("keep: of the view") << true << false << 5 << 400.0 << 10.0;
+    QTest::newRow("keep, nothing handed in") << true << false << 5 << NaN << 10.0;
+    QTest::newRow("full, extent unknown") << true << true << 5 << NaN << 0.0;
+    QTest::newRow("negative") << true << true << -5 << 400.0 << 0.0;
 }
 
 void tst_XYCanvasView::margin()
 {
     QFETCH(bool, painted);
-    QFETCH(XYCanvas::ViewBoundsUpdatePolicy, policy);
+    QFETCH(bool, full);
     QFETCH(int, pixels);
     QFETCH(double, fallback);
     CanvasStage stage;
     if (painted)
         stage.paint(size);
     stage.show({0, 200, 0, 200});
-    stage->setVerticalViewBoundsUpdatePolicy(policy, false);
+    stage->setVerticalViewBoundsUpdatePolicy(full ? XYCanvas::PolicyFull : XYCanvas::PolicyKeep,
+                                             false);
     stage->setViewportMargin(1, 2, 3, pixels);
     QTEST(
         stage->determineViewPortMarginInDataCoordinates(Bounds::Vertical, Bounds::Upper, fallback),
