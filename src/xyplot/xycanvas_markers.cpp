@@ -56,7 +56,8 @@ public:
         bool const wide = yExtent <= xExtent;
         aspect = wide ? xExtent / yExtent : yExtent / xExtent;
         double shorter = shorterSide;
-        double longer = std::trunc(shorterSide * aspect);
+        double longer
+            = std::trunc(wide ? xExtent * shorterSide / yExtent : yExtent * shorterSide / xExtent);
         exact = !(longer <= longestSide);
         if (exact) {
             // Both sides shrink alike: a window of whole units would no longer be square.
@@ -69,9 +70,10 @@ public:
         unitsPerY = height / yExtent;
     }
 
-    QPointF place(double x, double y) const
+    /// Place of the point @p offset, in data units, beside (@p x, @p y).
+    QPointF place(double x, double y, QPointF offset = {}) const
     {
-        return {(x - view.minX) * unitsPerX, (y - view.minY) * unitsPerY};
+        return {(x - view.minX + offset.x()) * unitsPerX, (y - view.minY + offset.y()) * unitsPerY};
     }
 
     /// Positions and radii are whole units, unless the window had to shrink.
@@ -119,7 +121,7 @@ bool EllipseWindow::mayShow(EllipseMarker_t const& ellipse) const
     for (QPointF const(&corner)[3] : corners) {
         QPainterPath triangle;
         for (int i = 0; i < 3; ++i) {
-            QPointF const point = place(ellipse.x + corner[i].x(), ellipse.y + corner[i].y());
+            QPointF const point = place(ellipse.x, ellipse.y, corner[i]);
             if (!std::isfinite(point.x()) || !std::isfinite(point.y()))
                 return false;
             if (i == 0)

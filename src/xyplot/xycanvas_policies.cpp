@@ -2,6 +2,7 @@
 
 #include <QScopedValueRollback>
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -199,11 +200,13 @@ void XYCanvas::growAndShrink(Bounds::Direction direction, Bounds const& widened,
     double const extent = bounds.size(direction);
     if (!(extent > initialDataBounds.size(direction) * initialExtentReserve))
         return;
+    // Nothing rounds where an edge is infinite, and it must come back from there.
+    double const slack = std::isfinite(extent) ? shrinkSlack * extent : 0.0;
     for (Bounds::End const end : {Bounds::Upper, Bounds::Lower}) {
         double const dataEnd = widened.get(direction, end);
         double const threshold = getShrinkThreshold(direction, end);
         double const gap = (bounds.get(direction, end) - dataEnd) * outwards(end);
-        if (!grown[end] && gap > threshold + shrinkSlack * extent)
+        if (!grown[end] && gap > threshold + slack)
             bounds.set(direction, end, dataEnd + outwards(end) * threshold * shrunkBuffer);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "dataarray.h"
 #include "look.h"
+#include "rounding.h"
 #include "xydataset.h"
 #include "xydatasetfilter.h"
 
@@ -21,8 +22,8 @@ constexpr int drawingRunLimitMs = 250;
 /// A pixmap that covers a viewport on a device with that pixel ratio, to the last part of a pixel.
 QPixmap pixmapFor(QSize viewport, qreal ratio)
 {
-    QPixmap pixmap(int(std::ceil(viewport.width() * ratio)),
-                   int(std::ceil(viewport.height() * ratio)));
+    QPixmap pixmap(truncateToInt(std::ceil(viewport.width() * ratio)),
+                   truncateToInt(std::ceil(viewport.height() * ratio)));
     pixmap.setDevicePixelRatio(ratio);
     return pixmap;
 }
@@ -87,6 +88,9 @@ void XYCanvas::drawCanvas(QPainter* painter)
 {
     if (isFullRedrawDue(painter))
         redrawFully(painter);
+    // A window without width or height would fill the painter's transform with NaN.
+    if (viewportRect.isEmpty())
+        return;
     painter->drawPixmap(0, 0, *backgroundPixmap);
     drawMarkers(eFOREGROUND_MARKER, painter);
     drawEllipsoidalMarkers(painter);
@@ -154,6 +158,8 @@ void XYCanvas::drawDataSets(QPainter* painter, bool fullRedraw)
         clearLastProcessedIndices();
         clearLastProcessedPointDegreeOfIsolation();
     }
+    if (viewportRect.isEmpty())
+        return;
     usePixelsUpwards(painter);
     painter->setRenderHint(QPainter::Antialiasing);
     QElapsedTimer timer;

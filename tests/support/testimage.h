@@ -32,6 +32,7 @@ public:
     }
 
     QPainter* getPainter() { return &painter; }
+    QImage getImage() const { return image; }
 
     /// Colour in the middle of a logical pixel.
     QColor at(int x, int y) const
