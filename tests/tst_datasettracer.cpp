@@ -189,6 +189,7 @@ void tst_DataSetTracer::strokes_data()
     row("lone point outside", "-1,10", "", 1);
     row("lone point, complete", "complete 10,10", "#10 at 10,10; 10,10-11,10", 1);
     row("lone bar has width", "bar 10,0", "10,45-20,45", 1);
+    row("bar: a hole in y is a point", "bar 10,nan 20,nan", "10,45-20,45", 0);
     row("one valid of two cells is not alone", "10,10 gap", "10,10-11,10", 1);
 
     row("line", "10,10 20,20", "10,10-20,20", 0);
