@@ -225,6 +225,8 @@ void tst_DataSetTracer::strokes_data()
         "10,10-12,12; 40,10-41,10", 2);
     row("dash: not under a symbol at a wide gap", "plus apart>15 10,10 30,10",
         "#2 at 10,10; #2 at 30,10", 2);
+    row("dash: the left symbol counts, not the right", "plus apart>15 10,10 blue:30,10",
+        "#2 at 10,10", 2);
     row("as wide as the threshold: linked", "apart>15 10,10 25,10", "10,10-25,10", 0);
     row("distance that is no number: unlinked", "inf,10 inf,20", "", 2);
     row("infinite distance: linked", "10,10 inf,10", "100,10-10,10", 0);
