@@ -352,6 +352,8 @@ private:
     void watch(XYDataSet const* dataSet);
     void forget(XYDataSet const* dataSet);
 
+    /// Changes what a foreground marker shows, which costs a paint and no redraw.
+    template<typename T> void setAndUpdate(T& field, T const& value);
     void ensureMouseMarkers();
     void ensureCurrentTimeMarker();
     void ensureIntervalTimeMarker();
