@@ -4,6 +4,8 @@
 #include "zelplotglobals.h"
 #include <QObject>
 #include <QtGlobal>
+#include <algorithm>
+#include <limits>
 
 /**
  * A column of numbers: the form in which all data of a plot live.
@@ -170,7 +172,11 @@ Q_SIGNALS:
 
 protected:
     /// For counts and byte figures that are reckoned in 64 bits.
-    static int saturatedToInt(qint64 value);
+    static int saturatedToInt(qint64 value)
+    {
+        using Limits = std::numeric_limits<int>;
+        return static_cast<int>(std::clamp<qint64>(value, Limits::min(), Limits::max()));
+    }
 
 private:
     bool isOrderedAt(int index, int lastIndex) const;
