@@ -143,6 +143,7 @@ void tst_Look::changeSignalsPresenceThenAppearance()
     QCOMPARE(look->getHistory().size(), 1);
     look->changeFromLast(numbered(1));
     look->changeFromLast(numbered(2));
+    look->changeFromLast(numbered(2)); // as it is
     look->setDefault(Qt::black, SYMBOL_NONE, Qt::SolidLine, 0); // as it is
     look->setDefaultLineThickness(3);
     QCOMPARE(heard.join(QLatin1Char(' ')), QStringLiteral("new last new last last"));
@@ -211,12 +212,11 @@ void tst_Look::fixedPosition_data()
     QTest::addColumn<int>("position");
     QTest::newRow("half goes up") << 'f' << 0.7 << 5 << 4;
     QTest::newRow("half goes up below zero") << 'f' << -0.5 << 5 << -2;
-    QTest::newRow("fraction, saturated") << 'f' << 3.0 << largest << largest;
+    QTest::newRow("left to the plot") << 'f' << -1.0 << 5 << -5;
     QTest::newRow("from the bottom, not scaled") << 'o' << -10.0 << 100 << 90;
     QTest::newRow("both negative, saturated") << 'o' << double(smallest) << -1 << smallest;
     QTest::newRow("bar, scaled") << 'b' << 10.0 << 100 << 30;
     QTest::newRow("bar from the bottom, scaled") << 'b' << -10.0 << 100 << 70;
-    QTest::newRow("bar, saturated") << 'b' << double(largest) << 100 << largest;
 }
 
 void tst_Look::fixedPosition()
@@ -225,6 +225,7 @@ void tst_Look::fixedPosition()
     QFETCH(double, value);
     QFETCH(int, height);
     getPlotRenderSettings().barThicknessFactor = 3;
+    look->setFractionallyFixedPositioned(-1.0F); // what follows takes its place
     if (kind == 'f')
         look->setFractionallyFixedPositioned(float(value));
     else if (kind == 'o')
@@ -232,6 +233,7 @@ void tst_Look::fixedPosition()
     else
         look->setColorBar(int(value));
     QTEST(look->getFixedYPosition(height), "position");
+    QCOMPARE(look->isAutoPositioned(), kind == 'f' && value == -1.0);
 }
 
 void tst_Look::markerWhereYChanges()

@@ -150,6 +150,10 @@ void tst_XYDataSet::destroysLookListenerFilterColumns()
     }
     QVERIFY(!dataSet->getFilter());
     dataSet->setFilter(new ViewportMaskFilter(dataSet.get(), &listeners));
+    QCOMPARE(
+        liveObjects(),
+        (QStringList{"ColorBarDrawListener: 1", "DataArray: 2", "Look: 1", "ViewportMaskFilter: 1",
+                     "XYDataSet: 1", "XYDataSetDrawListener: 1", "XYDataSetFilter: 1"}));
     QString heard;
     auto const hear = [&](QObject const* object, char letter) {
         connect(object, &QObject::destroyed, this,

@@ -36,7 +36,8 @@ enum E_SYMBOL : int {
  * and not the points. A change is made after its point was appended. Made before the first point,
  * it applies from that one on.
  *
- * A look belongs to one data set, which owns and deletes it; it has no parent.
+ * A look belongs to one data set, which owns and deletes it; it has no parent. A slot of its
+ * signals must not delete or replace it.
  */
 class ZELPLOT_EXPORT Look : public QObject
 {

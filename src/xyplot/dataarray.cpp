@@ -4,7 +4,6 @@
 #include "memleaktracer.h"
 #include "rounding.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -418,10 +417,4 @@ void DataArray::excludeFromTotalMemoryConsumption()
 {
     sTotalVectorMemoryConsumption -= accountedMemory;
     accountedMemory = 0;
-}
-
-int DataArray::saturatedToInt(qint64 value)
-{
-    using Limits = std::numeric_limits<int>;
-    return static_cast<int>(std::clamp<qint64>(value, Limits::min(), Limits::max()));
 }

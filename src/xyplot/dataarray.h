@@ -4,6 +4,8 @@
 #include "zelplotglobals.h"
 #include <QObject>
 #include <QtGlobal>
+#include <algorithm>
+#include <limits>
 
 /**
  * A column of numbers: the form in which all data of a plot live.
@@ -15,7 +17,8 @@
  *
  * A column is made with `new` and has no parent. Whoever uses it, as a data set does, holds a
  * reference; with the last one it deletes itself, unless setReferenceCounted(false) left it to its
- * maker. At most 2^31 - 1 cells. Indices are not checked unless said otherwise.
+ * maker. A slot of its signals may change it, but must not delete it. At most 2^31 - 1 cells.
+ * Indices are not checked unless said otherwise.
  *
  * A subclass stores cells and nothing else: all bookkeeping lies in the operations that are not
  * virtual. For the user-interface thread only, reading included.
@@ -99,7 +102,7 @@ public:
     /// Cells dropped from the front since construction or reinit(); saturates.
     int getTotalPositionsLeftShifted() const { return totalPositionsLeftShifted; }
 
-    /// Index of a cell that equals @p value, the first one if the column is unsorted; else -1.
+    /// Index of a cell that equals @p value, of several the last if sorted, else the first; or -1.
     int posOf(double value) const;
     /**
      * Index of the last cell at or below @p value; in a run of equal cells, the last of the run.
@@ -115,7 +118,7 @@ public:
      * In an unsorted column a walk over all cells, which finds the higher one.
      *
      * @return -1 for an empty column, one of holes only, and for a hole; 0 for a value beyond the
-     *         last cell of a sorted column
+     *         last cell of a sorted column; 0 or 1 where getInterpolatedIndexOfValue() is NaN
      */
     int getIndexOfNearestValue(double value) const;
     /**
@@ -170,7 +173,11 @@ Q_SIGNALS:
 
 protected:
     /// For counts and byte figures that are reckoned in 64 bits.
-    static int saturatedToInt(qint64 value);
+    static int saturatedToInt(qint64 value)
+    {
+        using Limits = std::numeric_limits<int>;
+        return static_cast<int>(std::clamp<qint64>(value, Limits::min(), Limits::max()));
+    }
 
 private:
     bool isOrderedAt(int index, int lastIndex) const;

@@ -11,7 +11,8 @@ class ColorBarDrawListener;
  * appearance that the user has turned off.
  *
  * The listeners of the colour bars stand in a vector of the plot, which may grow and must outlive
- * the filter or at least its use. A listener that has been deleted is taken out of it unread.
+ * the use of the filter. The plot takes out a listener that goes; one that it left there is dropped
+ * unread, unless a new listener, maybe of another plot, has come to lie at the same address.
  */
 class ZELPLOT_EXPORT ViewportMaskFilter : public XYDataSetFilter
 {

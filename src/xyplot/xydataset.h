@@ -71,7 +71,7 @@ public:
     void setShowLegendEvenIfOnlyDataSet(bool show) { showLegendEvenIfOnlyDataSet = show; }
     bool getShowLegendEvenIfOnlyDataSet() const { return showLegendEvenIfOnlyDataSet; }
 
-    /// Gives up the reference on @p column, or deletes it if it is not reference counted.
+    /// Gives up the reference on @p column, or deletes it if it is not counted; null is no column.
     void disposeDataArray(DataArray* column);
 
 Q_SIGNALS:
