@@ -189,6 +189,7 @@ void tst_DataSetTracer::strokes_data()
     row("lone point outside", "-1,10", "", 1);
     row("lone point, complete", "complete 10,10", "#10 at 10,10; 10,10-11,10", 1);
     row("lone bar has width", "bar 10,0", "10,45-20,45", 1);
+    row("bar: a hole in y is a point", "bar 10,nan 20,nan", "10,45-20,45", 0);
     row("one valid of two cells is not alone", "10,10 gap", "10,10-11,10", 1);
 
     row("line", "10,10 20,20", "10,10-20,20", 0);
@@ -224,6 +225,8 @@ void tst_DataSetTracer::strokes_data()
         "10,10-12,12; 40,10-41,10", 2);
     row("dash: not under a symbol at a wide gap", "plus apart>15 10,10 30,10",
         "#2 at 10,10; #2 at 30,10", 2);
+    row("dash: the left symbol counts, not the right", "plus apart>15 10,10 blue:30,10",
+        "#2 at 10,10", 2);
     row("as wide as the threshold: linked", "apart>15 10,10 25,10", "10,10-25,10", 0);
     row("distance that is no number: unlinked", "inf,10 inf,20", "", 2);
     row("infinite distance: linked", "10,10 inf,10", "100,10-10,10", 0);

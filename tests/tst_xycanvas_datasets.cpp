@@ -155,17 +155,21 @@ void tst_XYCanvasDataSets::closingLineIsPaintedOnce()
 
 void tst_XYCanvasDataSets::shrunkColumnWaitsForARedraw()
 {
-    Runs runs;
-    runs.append(10, 10.0, 10.0);
-    runs.fullRedraw();
-    runs.dataSet->xData->leftshift(5);
-    runs.dataSet->yData->leftshift(5);
-    QVERIFY(!runs.paints());
-    runs.append(20, 20.0, 20.0);
-    QVERIFY(!runs.paints());
-    runs.fullRedraw();
-    runs.append(1, 50.0, 20.0);
-    QVERIFY(runs.paints());
+    for (bool const inX : {true, false}) {
+        Runs runs;
+        runs.append(10, 10.0, 10.0);
+        runs.fullRedraw();
+        DataArray* const shrinking = inX ? runs.dataSet->xData : runs.dataSet->yData;
+        DataArray* const staying = inX ? runs.dataSet->yData : runs.dataSet->xData;
+        shrinking->leftshift(5);
+        QVERIFY(!runs.paints());
+        staying->leftshift(5);
+        runs.append(20, 20.0, 20.0);
+        QVERIFY(!runs.paints());
+        runs.fullRedraw();
+        runs.append(1, 50.0, 20.0);
+        QVERIFY(runs.paints());
+    }
 }
 
 void tst_XYCanvasDataSets::laggingColumnIsNotShrunk()
@@ -176,6 +180,7 @@ void tst_XYCanvasDataSets::laggingColumnIsNotShrunk()
     runs.dataSet->yData->append(10.0);
     runs.fullRedraw();
     QVERIFY(messages.tookOnly(QStringLiteral("index out of bounds")));
+    QVERIFY(!runs.paints());
     runs.dataSet->xData->append(13.0);
     runs.append(2, 14.0, 10.0);
     QVERIFY(runs.paints());

@@ -2,6 +2,7 @@
 #include "lineargrid.h"
 #include "messagerecorder.h"
 #include "objectcounts.h"
+#include "viewportmap.h"
 #include "xydatasetdrawlistener.h"
 
 #include <QElapsedTimer>
@@ -113,6 +114,7 @@ private Q_SLOTS:
     void continuationFlags_data();
     void continuationFlags();
     void redrawsOnlyWhatIsDue();
+    void fullRedrawForgets();
     void stalePixmapTakesNoPoints();
     void devicePixelRatio_data();
     void devicePixelRatio();
@@ -318,6 +320,22 @@ void tst_XYCanvasRedraw::redrawsOnlyWhatIsDue()
     QCOMPARE(stage->convertXWorldToViewport(50), 50.0); // of the new size
     stage.paint({100, 100}, 2.0);
     QCOMPARE(drawn->take(), 4);
+}
+
+void tst_XYCanvasRedraw::fullRedrawForgets()
+{
+    CanvasStage stage;
+    stage.show(pixelView);
+    XYDataSet* const dataSet = stage.add({10, 50}, {20, 30});
+    dataSet->getLook()->setDrawMarkerOnYValueChange(true);
+    stage->setMouseOverDataTrackingEnabled(dataSet, true);
+    stage.paint(size);
+    QCOMPARE(stage->getViewportMap(dataSet)->getItemVector(5, 14), QVector<int>{1});
+    dataSet->visible = false;
+    QVERIFY(stage.paint(size).at(50, 0) != Qt::white); // the marker of the changed value
+    stage->fullRepaint();
+    QCOMPARE(stage.paint(size).at(50, 0), QColor(Qt::white));
+    QVERIFY(stage->getViewportMap(dataSet)->getItemVector(5, 14).isEmpty());
 }
 
 void tst_XYCanvasRedraw::stalePixmapTakesNoPoints()

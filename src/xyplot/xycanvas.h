@@ -164,14 +164,22 @@ public:
                                     Bounds& view);
     void calculateFollowPolicyUpdatedViewBounds(Bounds::Direction direction,
                                                 Bounds const& newDataBounds, Bounds& view);
+    /**
+     * Takes over data bounds and view as they stand, and asks for a full redraw if the view moves.
+     *
+     * @param emitSignals  false leaves what has changed owed until emitPendingEmits(), so that both
+     *                     directions can move and be reported as one change
+     */
     void setBounds(Bounds const& newData, Bounds const& newView, bool emitSignals);
     void setViewBounds(Bounds const& view, bool emitSignals);
+    /// Emits what is owed, the data bounds first.
     void emitPendingEmits();
     /// Emits both bounds signals and both policy signals, changed or not.
     void forceEmitViewTransformSignals();
 
     void setHorizontalViewBoundsUpdatePolicy(ViewBoundsUpdatePolicy policy, bool applyNow);
     void setVerticalViewBoundsUpdatePolicy(ViewBoundsUpdatePolicy policy, bool applyNow);
+    /// @param applyNow  moves the view at once, before the signal about the policy goes out
     void setViewBoundsUpdatePolicy(Bounds::Direction direction, ViewBoundsUpdatePolicy policy,
                                    bool applyNow);
     ViewBoundsUpdatePolicy getHorizontalViewBoundsUpdatePolicy() const;
@@ -344,6 +352,8 @@ private:
     void watch(XYDataSet const* dataSet);
     void forget(XYDataSet const* dataSet);
 
+    /// Changes what a foreground marker shows, which costs a paint and no redraw.
+    template<typename T> void setAndUpdate(T& field, T const& value);
     void ensureMouseMarkers();
     void ensureCurrentTimeMarker();
     void ensureIntervalTimeMarker();

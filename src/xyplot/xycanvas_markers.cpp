@@ -58,8 +58,8 @@ public:
         double shorter = shorterSide;
         double longer
             = std::trunc(wide ? xExtent * shorterSide / yExtent : yExtent * shorterSide / xExtent);
-        exact = !(longer <= longestSide);
-        if (exact) {
+        shrunk = !(longer <= longestSide);
+        if (shrunk) {
             // Both sides shrink alike: a window of whole units would no longer be square.
             longer = longestSide;
             shorter = longestSide / aspect;
@@ -77,7 +77,7 @@ public:
     }
 
     /// Positions and radii are whole units, unless the window had to shrink.
-    double snapped(double units) const { return exact ? units : roundHalfUp(units); }
+    double rounded(double units) const { return shrunk ? units : roundHalfUp(units); }
 
     /// False where no window can hold the sides of the view.
     bool isUsable() const { return std::isfinite(aspect); }
@@ -96,7 +96,7 @@ private:
     static constexpr double longestSide = std::numeric_limits<int>::max();
 
     double aspect = 1.0; // longer side by shorter side
-    bool exact = false; // positions are not rounded
+    bool shrunk = false; // then positions and radii stay real numbers
 };
 
 bool EllipseWindow::mayShow(EllipseMarker_t const& ellipse) const
@@ -139,11 +139,11 @@ bool EllipseWindow::mayShow(EllipseMarker_t const& ellipse) const
 void strokeEllipse(QPainter* painter, EllipseMarker_t const& ellipse, EllipseWindow const& window)
 {
     QPointF const centre = window.place(ellipse.x, ellipse.y);
-    double const rx = window.snapped(ellipse.horizontalAxis * 0.5 * window.unitsPerX);
-    double const ry = window.snapped(ellipse.verticalAxis * 0.5 * window.unitsPerY);
+    double const rx = window.rounded(ellipse.horizontalAxis * 0.5 * window.unitsPerX);
+    double const ry = window.rounded(ellipse.verticalAxis * 0.5 * window.unitsPerY);
     painter->setPen(markerPen(ellipse.color, ellipse.lineWidth, ellipse.penStyle));
     painter->save();
-    painter->translate(window.snapped(centre.x()), window.snapped(centre.y()));
+    painter->translate(window.rounded(centre.x()), window.rounded(centre.y()));
     painter->rotate(-ellipse.angle);
     painter->drawEllipse(QRectF(QPointF(-rx, -ry), QPointF(rx, ry)).normalized());
     painter->restore();
@@ -246,28 +246,30 @@ QFlags<Qt::Orientation> XYCanvas::mouseMarkerOrientationsInForce(bool interplot)
     return interplot ? interplotMouseMarkerOrientations : mouseMarkerOrientations;
 }
 
+template<typename T> void XYCanvas::setAndUpdate(T& field, T const& value)
+{
+    field = value;
+    update();
+}
+
 void XYCanvas::enableMouseMarkers(QFlags<Qt::Orientation> orientations)
 {
-    mouseMarkerOrientations = orientations;
-    update();
+    setAndUpdate(mouseMarkerOrientations, orientations);
 }
 
 void XYCanvas::disableMouseMarkers()
 {
-    mouseMarkerOrientations = {};
-    update();
+    setAndUpdate(mouseMarkerOrientations, {});
 }
 
 void XYCanvas::enableInterplotMouseMarkers(QFlags<Qt::Orientation> orientations)
 {
-    interplotMouseMarkerOrientations = orientations;
-    update();
+    setAndUpdate(interplotMouseMarkerOrientations, orientations);
 }
 
 void XYCanvas::disableInterplotMouseMarkers()
 {
-    interplotMouseMarkerOrientations = {};
-    update();
+    setAndUpdate(interplotMouseMarkerOrientations, {});
 }
 
 void XYCanvas::setXYCanvassesForInterplotMouseMarkers(QList<XYCanvas*> const& canvases)
@@ -331,47 +333,40 @@ void XYCanvas::ensureIntervalTimeMarker()
 
 void XYCanvas::enableCurrentTimeMarker()
 {
-    currentTimeMarkerEnabled = true;
     ensureCurrentTimeMarker();
-    update();
+    setAndUpdate(currentTimeMarkerEnabled, true);
 }
 
 void XYCanvas::disableCurrentTimeMarker()
 {
-    currentTimeMarkerEnabled = false;
-    update();
+    setAndUpdate(currentTimeMarkerEnabled, false);
 }
 
 void XYCanvas::updateCurrentTimeMarker(double x)
 {
     ensureCurrentTimeMarker();
-    currentTimeMarker->value = x;
-    update();
+    setAndUpdate(currentTimeMarker->value, x);
 }
 
 void XYCanvas::enableIntervalTimeMarker()
 {
-    intervalTimeMarkerEnabled = true;
     ensureIntervalTimeMarker();
-    update();
+    setAndUpdate(intervalTimeMarkerEnabled, true);
 }
 
 void XYCanvas::disableIntervalTimeMarker()
 {
-    intervalTimeMarkerEnabled = false;
-    update();
+    setAndUpdate(intervalTimeMarkerEnabled, false);
 }
 
 void XYCanvas::updateIntervalStartTimeMarker(double x)
 {
     ensureIntervalTimeMarker();
-    intervalStartTimeMarker->value = x;
-    update();
+    setAndUpdate(intervalStartTimeMarker->value, x);
 }
 
 void XYCanvas::updateIntervalStopTimeMarker(double x)
 {
     ensureIntervalTimeMarker();
-    intervalStopTimeMarker->value = x;
-    update();
+    setAndUpdate(intervalStopTimeMarker->value, x);
 }
