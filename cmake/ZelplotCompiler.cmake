@@ -1,8 +1,11 @@
 # What every target of the project is compiled with.
 
-find_program(ZELPLOT_CCACHE ccache)
-if(ZELPLOT_CCACHE AND PROJECT_IS_TOP_LEVEL)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${ZELPLOT_CCACHE}")
+# A launcher is the choice of whoever configures, and of nobody else's project.
+if(PROJECT_IS_TOP_LEVEL AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+    find_program(ZELPLOT_CCACHE ccache)
+    if(ZELPLOT_CCACHE)
+        set(CMAKE_CXX_COMPILER_LAUNCHER "${ZELPLOT_CCACHE}")
+    endif()
 endif()
 
 # One place for the warnings, so that library, tests, examples and benchmarks keep the same level.

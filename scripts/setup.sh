@@ -1,9 +1,14 @@
+# shellcheck shell=bash
 # Sourced by the other scripts: goes to the project's root and installs what is missing.
 
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+CDPATH="" cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
 
 # install_missing PACKAGE...: the Debian packages of which the machine has none yet.
 install_missing() {
+    command -v apt-get >/dev/null || {
+        echo "This is no Debian, so nothing is installed. There it would be: $*"
+        return
+    }
     local missing=()
     for package in "$@"; do
         dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' \
@@ -13,8 +18,8 @@ install_missing() {
     local as_root=()
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || {
-            echo "These Debian packages are missing: ${missing[*]}" >&2
-            echo "Install them as root, then run this again." >&2
+            echo "Packages are missing. Let root install them, then run this again:" >&2
+            echo "    apt-get install ${missing[*]}" >&2
             exit 1
         }
         as_root=(sudo)
@@ -25,4 +30,5 @@ install_missing() {
         apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 
+# shellcheck disable=SC2034 # used by the scripts that source this one
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev fonts-dejavu-core)

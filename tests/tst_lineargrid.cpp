@@ -113,20 +113,16 @@ void tst_LinearGrid::labels()
 void tst_LinearGrid::labelOnCanvas_data()
 {
     QTest::addColumn<E_ORIENTATION_TYPE>("orientation");
-    QTest::addColumn<qreal>("ratio");
-    QTest::newRow("y axis, from the left edge") << eVERTICAL << 1.0;
-    QTest::newRow("x axis, turned, from the lower edge") << eHORIZONTAL << 1.0;
-    QTest::newRow("y axis, ratio 1.5") << eVERTICAL << 1.5;
-    QTest::newRow("x axis, ratio 1.5") << eHORIZONTAL << 1.5;
+    QTest::newRow("y axis, from the left edge") << eVERTICAL;
+    QTest::newRow("x axis, turned, from the lower edge") << eHORIZONTAL;
 }
 
 void tst_LinearGrid::labelOnCanvas()
 {
     QFETCH(E_ORIENTATION_TYPE, orientation);
-    QFETCH(qreal, ratio);
     LinearGrid grid(orientation, nullptr);
     grid.setGridColor(Qt::red);
-    TestImage image(canvas, ratio);
+    TestImage image(canvas);
     QFontMetrics const metrics = image.getPainter()->fontMetrics();
     draw(grid, image.getPainter());
 

@@ -275,6 +275,7 @@ void tst_XYCanvasView::deadPartnersLeaveNothingBehind()
     delete dataSet;
     delete grid;
     QCOMPARE(stage->getLastProcessedIndex(dataSet), -1);
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete): only its address counts
     QVERIFY(!stage->isMouseOverDataTrackingEnabled(dataSet));
     QCOMPARE(stage->getGrid(eVERTICAL), nullptr);
     QCOMPARE(stage->getGrid(eHORIZONTAL), nullptr);

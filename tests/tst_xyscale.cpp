@@ -2,7 +2,6 @@
 #include "testimage.h"
 #include "xyplotcommon.h"
 #include "xyscale.h"
-#include "zelplotglobals.h"
 
 #include <QTest>
 #include <climits>
@@ -226,9 +225,11 @@ void tst_XYScale::requiredWidth()
     for (char const* const text : {"L", "Galileo", "GPS"})
         scale.addLabelAtFixedPosition(0, QString::fromLatin1(text));
     getPlotRenderSettings().majorTickLength = 9; // five quarters, cut: 11
-    int const width = scale.getRequiredWidthForLabelsAtFixedPosition();
+    QCOMPARE(scale.getRequiredWidthForLabelsAtFixedPosition(),
+             metrics.horizontalAdvance("Galileo") + 11);
+    getPlotRenderSettings().majorTickLength = INT_MAX; // ends, far outside
+    QVERIFY(scale.getRequiredWidthForLabelsAtFixedPosition() > 1 << 28);
     plotRenderSettings.clear();
-    QCOMPARE(width, metrics.horizontalAdvance("Galileo") + 11);
 }
 
 void tst_XYScale::oddSpacingEnds_data()
@@ -237,9 +238,6 @@ void tst_XYScale::oddSpacingEnds_data()
     QTest::addColumn<double>("first");
     QTest::addColumn<int>("divisions");
     QTest::newRow("negative step") << -10.0 << 100.0 << 5;
-    QTest::newRow("step not a number") << NaN << 0.0 << 5;
-    QTest::newRow("absurdly many") << 1e-9 << 0.0 << 5;
-    QTest::newRow("first not a number") << 10.0 << NaN << 5;
     QTest::newRow("far below") << 10.0 << -1e300 << 5;
     QTest::newRow("far above") << 10.0 << 1e300 << 5;
     QTest::newRow("no divisions") << 1e6 << -10.0 << 0;

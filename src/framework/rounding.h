@@ -41,6 +41,7 @@ constexpr Integer roundWithin(double value, Integer lowest, Integer highest)
         return static_cast<Integer>(raised); // NOLINT(bugprone-incorrect-roundings): the rule
     }
     auto const below = static_cast<std::int64_t>(value - 1.0);
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): the rule
     auto const offset = static_cast<std::int64_t>(value - static_cast<double>(below) + 0.5);
     return static_cast<Integer>(below + offset);
 }

@@ -20,7 +20,7 @@ DebugTag debugTag("LinearGrid");
 constexpr int minorDivisionsOfScale = 5;
 /// The white patch of a label reaches this far beyond the text and the edge of the canvas.
 constexpr int labelMargin = 5;
-/// Ten to the power of more decimals than this is no longer a number.
+/// Ten to the power of more decimals than this overflows; no text need be longer.
 constexpr int largestPrecision = std::numeric_limits<double>::max_exponent10;
 
 /// Makes logical coordinates count pixels within the painter's viewport while it lives.

@@ -16,6 +16,12 @@ DebugTag debugTag("XYScale");
 /// A vertical scale goes on below its canvas, so that a label at the low end finds room.
 constexpr int verticalOverhang = 18;
 
+/// A tick length from the render settings, within what leaves offsets room in an int.
+int lengthOf(int setting)
+{
+    return qBound(-pixelLimit, setting, pixelLimit);
+}
+
 /// The painter's pen, made to end where the tick ends.
 void setTickPen(QPainter* painter, int width)
 {
@@ -87,7 +93,7 @@ void XYScale::drawMajorTicks(QPainter* painter, QSize size) const
     setTickPen(painter, settings.gridPenWidth);
     // Above the canvas the ticks begin one step earlier than in the other two forms.
     double const first = isAbove() ? firstTick - tickStep : firstTick;
-    drawTicks(painter, size, first, tickStep, settings.majorTickLength);
+    drawTicks(painter, size, first, tickStep, lengthOf(settings.majorTickLength));
 }
 
 void XYScale::drawMinorTicks(QPainter* painter, QSize size) const
@@ -95,7 +101,7 @@ void XYScale::drawMinorTicks(QPainter* painter, QSize size) const
     PlotRenderSettings_t const& settings = getPlotRenderSettings();
     setTickPen(painter, settings.minorPenWidth);
     drawTicks(painter, size, firstTick - tickStep, tickStep / minorDivisions,
-              settings.minorTickLength);
+              lengthOf(settings.minorTickLength));
 }
 
 void XYScale::drawTicks(QPainter* painter, QSize size, double first, double step, int length) const
@@ -124,6 +130,7 @@ void XYScale::drawTickLabels(QPainter* painter, QSize size) const
     int const height = metrics.height();
     int const end = isVertical() ? size.height() : size.width();
     int const flags = isVertical() ? int(Qt::AlignRight) : int(Qt::AlignHCenter | Qt::AlignVCenter);
+    int const top = isAbove() ? 1 : lengthOf(getPlotRenderSettings().majorTickLength) + 1;
     auto walk = TickWalk::before(firstTick, tickStep, end + tickStep);
     for (QString const& text : labels) {
         if (!walk.isOnTick())
@@ -142,8 +149,7 @@ void XYScale::drawTickLabels(QPainter* painter, QSize size) const
         if (isVertical())
             box = QRect(0, low, size.width() - getTickReserve(), extent);
         else
-            box = QRect(low, atTopOrLeft ? 1 : getPlotRenderSettings().majorTickLength + 1, extent,
-                        height);
+            box = QRect(low, top, extent, height);
         painter->drawText(box, flags, text);
     }
 }
@@ -209,5 +215,5 @@ int XYScale::getRequiredWidthForLabelsAtFixedPosition() const
 
 int XYScale::getTickReserve()
 {
-    return getPlotRenderSettings().majorTickLength * 5 / 4;
+    return lengthOf(getPlotRenderSettings().majorTickLength) * 5 / 4;
 }
