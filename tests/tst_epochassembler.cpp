@@ -91,6 +91,15 @@ void tst_EpochAssembler::putsTogether_data()
     row("log cut within the satellites",
         "GPGSV,2,2,5,5,,,40 GPRMC,000001,A,,,,,,,010120 GPGSV,2,1,5,6,,,41 GPGSV,2,2,5,5,,,42",
         {"1 00:00:01 G05=42 G06=41"}, "1 early, 0 timeless, 0 back, 0 numberless");
+    row("log cut in front of a whole sentence",
+        "GLGSV,1,1,1,65,,,30 GPRMC,000001,A,,,,,,,010120 GPGSV,1,1,1,5,,,41 GLGSV,1,1,1,65,,,31 "
+        "GPRMC,000002,A,,,,,,,010120 GPGSV,1,1,1,5,,,42 GLGSV,1,1,1,65,,,32",
+        {"1 00:00:01 G05=41 R01=31", "1 00:00:02 G05=42 R01=32"},
+        "1 early, 0 timeless, 0 back, 0 numberless");
+    row("first of the satellites lost in front of their time",
+        "GPGSV,1,1,1,5,,,40 GLGSV,1,1,1,65,,,30 GPRMC,000001,A,,,,,,,010120 # GLGSV,1,1,1,65,,,31 "
+        "GPRMC,000002,A GPGSV,1,1,1,5,,,42 GLGSV,1,1,1,65,,,32 GPRMC,000003,A",
+        {"1 00:00:01 G05=40 R01=30", "1 00:00:02 R01=31", "1 00:00:03 G05=42 R01=32"});
     row("remains of an epoch whose time is lost",
         "GPRMC,000001,A,,,,,,,010120 GPGSV,2,1,5,6,,,41 GPGSV,2,2,5,5,,,40 # GPGSV,2,2,5,5,,,49 "
         "GPRMC,000003,A,,,,,,,010120 GPGSV,2,1,5,6,,,43",

@@ -7,6 +7,21 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+namespace {
+
+constexpr QRgb autonomous = 0xfff9a825;
+char const* const oneEpoch = "$GPGGA,120000.00,4717.11,N,00833.91,E,1,08,1.0,500.0,M,48.0,M,,*6A\n";
+
+int countInColumn(QImage const& picture, int x, QRgb color)
+{
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        count += picture.pixel(x, y) == color ? 1 : 0;
+    return count;
+}
+
+} // namespace
+
 /// Runs the receiver monitor as a user does.
 class tst_ReceiverMonitor : public QObject
 {
@@ -17,6 +32,7 @@ private Q_SLOTS:
     void wrongCommandLine_data();
     void wrongCommandLine();
     void snapshotShowsTheLog();
+    void snapshotKeepsSizeMarginAndTime();
     void reportNamesWhatWasLeftOut();
 
 private:
@@ -108,7 +124,6 @@ void tst_ReceiverMonitor::snapshotShowsTheLog()
 
     // The log has an autonomous fix throughout and one gap of whole epochs near its start: in the
     // row of the bar its colour comes in exactly two runs.
-    QRgb const autonomous = 0xfff9a825;
     int bestRow = 0;
     int bestCount = 0;
     for (int y = 0; y < picture.height(); ++y) {
@@ -130,11 +145,34 @@ void tst_ReceiverMonitor::snapshotShowsTheLog()
     QCOMPARE(runs, 2);
 }
 
+void tst_ReceiverMonitor::snapshotKeepsSizeMarginAndTime()
+{
+    QString const log = write("one.nmea", oneEpoch);
+    auto const picture = [&](QString const& timeType) {
+        QString const path = m_dir.filePath(timeType + ".png");
+        run({"--snapshot", path, "--size", "300x250", "--time", timeType, log});
+        return QImage(path);
+    };
+    QImage const utc = picture("utc");
+
+    // The controls, which are not in the picture, would need more.
+    QCOMPARE(utc.size(), QSize(300, 250));
+    // One epoch gives the margins no extent to measure, yet its bar, which is thicker than the
+    // square in the text, stands right of the value labels.
+    int start = 0;
+    while (start < utc.width() && countInColumn(utc, start, autonomous) < 12)
+        ++start;
+    QVERIFY2(start > 50 && start < utc.width(), qPrintable(QString::number(start)));
+    // Tests run in the time zone UTC.
+    QCOMPARE(picture("local"), utc);
+    QVERIFY(picture("gnss") != utc);
+}
+
 void tst_ReceiverMonitor::reportNamesWhatWasLeftOut()
 {
     QByteArray log = "$GPGGA,1*00\nhello\n# a comment\n";
     log += "$GPZDA,120000.00,01,01,2020,00,00*65\n"; // sound, of another kind
-    log += "$GPGGA,120000.00,4717.11,N,00833.91,E,1,08,1.0,500.0,M,48.0,M,,*6A\n";
+    log += oneEpoch;
     Outcome const outcome
         = run({"--snapshot", m_dir.filePath("some.png"), write("some.nmea", log)});
     QCOMPARE(outcome.status, 0);

@@ -179,7 +179,7 @@ void EpochAssembler::lineRefused()
 
 void EpochAssembler::finish()
 {
-    close(m_current);
+    closeCurrent();
     close(m_loose);
     if (!m_dateKnown)
         releaseWaiting(m_placement.date.isValid() ? daysSinceGnssStart(m_placement.date) : 0);
@@ -194,7 +194,8 @@ void EpochAssembler::addTimed(NmeaSentence const& sentence)
 {
     bool const isGga = sentence.kind() == Kind::Gga;
     std::optional<qint64> const timeOfDay = timeOfDayOf(sentence.field(0));
-    if (m_opener == Kind::Other)
+    bool const isFirst = m_opener == Kind::Other;
+    if (isFirst)
         m_opener = sentence.kind();
     bool joins = false;
     if (m_current && timeOfDay && m_current->timeOfDay) {
@@ -211,8 +212,10 @@ void EpochAssembler::addTimed(NmeaSentence const& sentence)
         if (m_loose)
             m_current->absorb(*m_loose);
     } else {
-        close(m_current);
-        if (!m_timeFollowsSatellites)
+        closeCurrent();
+        if (isFirst && std::exchange(m_timeFollowsSatellites, false))
+            m_lead = std::exchange(m_loose, std::nullopt);
+        else if (!m_timeFollowsSatellites)
             close(m_loose);
         m_current = m_loose ? std::move(*m_loose) : EpochDraft();
     }
@@ -233,10 +236,12 @@ void EpochAssembler::addTimed(NmeaSentence const& sentence)
 
 void EpochAssembler::addSatellites(NmeaSentence const& sentence)
 {
+    if (m_lead)
+        settleLead(sentence);
     if (m_loose && m_loose->beginsAnew(sentence)) {
-        close(m_current);
+        closeCurrent();
         m_current = std::exchange(m_loose, EpochDraft());
-    } else if (!m_loose && (!m_current || m_current->beginsAnew(sentence))) {
+    } else if (!m_loose && (!m_current || m_timeEndsEpochs || m_current->beginsAnew(sentence))) {
         m_loose.emplace();
     }
     EpochDraft& draft = m_loose ? *m_loose : *m_current;
@@ -244,6 +249,18 @@ void EpochAssembler::addSatellites(NmeaSentence const& sentence)
         readGsa(draft, sentence);
     else
         readGsv(draft, sentence);
+}
+
+/// Decides by @p next, the first satellites behind a time, what those in front of it are.
+void EpochAssembler::settleLead(NmeaSentence const& next)
+{
+    m_lead->inGsaRun = false;
+    m_timeEndsEpochs = m_lead->beginsAnew(next);
+    m_timeFollowsSatellites = m_timeEndsEpochs;
+    if (m_timeEndsEpochs)
+        m_current->absorb(*std::exchange(m_lead, std::nullopt));
+    else
+        close(m_lead);
 }
 
 void EpochAssembler::readGga(EpochDraft& draft, NmeaSentence const& sentence)
@@ -288,6 +305,13 @@ void EpochAssembler::readGsv(EpochDraft& draft, NmeaSentence const& sentence)
         else
             ++m_counts.cn0WithoutNumber;
     }
+}
+
+void EpochAssembler::closeCurrent()
+{
+    if (m_lead) // nothing has shown them to be of another time
+        m_current->absorb(*std::exchange(m_lead, std::nullopt));
+    close(m_current);
 }
 
 void EpochAssembler::close(std::optional<EpochDraft>& closing)

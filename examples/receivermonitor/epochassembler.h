@@ -50,9 +50,12 @@ struct EpochDraft
  * GGA and RMC of equal time belong together, and so does what stands between them. GSA and GSV tell
  * no time: they belong to the epoch that is open, up to the point where one of them comes round
  * again. Then a new cycle has begun, perhaps one whose GGA and RMC are damaged, and the satellites
- * wait for a time. They get the next one if this receiver is known to send the time behind its
- * satellites, by the very first sentences or by an epoch that RMC or GGA ended; if not, their time
- * is lost.
+ * wait for a time. They get the next one if an epoch that RMC or GGA ended has shown that this
+ * receiver sends the time behind its satellites; if not, their time is lost.
+ *
+ * A log that begins with satellites comes from a receiver that sends all time behind them, or it is
+ * cut. The first satellites behind a time tell: if they have been among those in front of it, these
+ * were a whole cycle, and from then on satellites behind a time wait for the next.
  *
  * Only RMC knows the date. Epochs without it take the date of their predecessor and pass midnight
  * on their own; those before the first date wait for it.
@@ -83,9 +86,11 @@ public:
 private:
     void addTimed(NmeaSentence const& sentence);
     void addSatellites(NmeaSentence const& sentence);
+    void settleLead(NmeaSentence const& next);
     void readGga(EpochDraft& draft, NmeaSentence const& sentence);
     void readGsa(EpochDraft& draft, NmeaSentence const& sentence);
     void readGsv(EpochDraft& draft, NmeaSentence const& sentence);
+    void closeCurrent();
     void close(std::optional<EpochDraft>& draft);
     void place(Epoch&& epoch, qint64 timeOfDay, std::optional<qint64> toldDay);
     void releaseWaiting(qint64 days);
@@ -95,9 +100,11 @@ private:
     EpochCounts m_counts;
     std::optional<EpochDraft> m_current; // what the next sentence of equal time joins
     std::optional<EpochDraft> m_loose; // satellites behind it that may be of another time
+    std::optional<EpochDraft> m_lead; // satellites in front of the first time, until settled
     bool m_begun = false;
     NmeaSentence::Kind m_opener = NmeaSentence::Kind::Other; // the first of GGA and RMC in the log
     bool m_timeFollowsSatellites = false;
+    bool m_timeEndsEpochs = false; // no satellites stand behind it
 
     std::optional<qint64> m_lastTimeOfDay;
     qint64 m_lastDay = 0; // since 1980-01-06, or since the first day of the log if no date is known

@@ -41,16 +41,6 @@ void report(ReceiverLog const& log, Placement const& placement)
         out << "left out, " << line.what << ": " << line.count << "\n";
 }
 
-int writeSnapshot(MonitorWindow& window, Options const& options)
-{
-    window.resize(options.size);
-    window.grab(); // margins in data units follow from the size, which the first paint tells
-    window.showAll();
-    if (!window.grab().save(options.snapshotPath))
-        return fail(Options::tr("%1: the picture cannot be written").arg(options.snapshotPath));
-    return EXIT_SUCCESS;
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -83,8 +73,8 @@ int main(int argc, char** argv)
         window.show();
         window.replay();
         status = QApplication::exec();
-    } else {
-        status = writeSnapshot(window, options);
+    } else if (!window.picture(options.size).save(options.snapshotPath)) {
+        status = fail(Options::tr("%1: the picture cannot be written").arg(options.snapshotPath));
     }
     report(log, options.placement);
     return status;

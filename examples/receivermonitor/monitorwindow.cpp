@@ -1,5 +1,6 @@
 #include "monitorwindow.h"
 
+#include "options.h"
 #include "plotpanel.h"
 
 #include <QComboBox>
@@ -12,8 +13,8 @@
 namespace {
 
 constexpr int tickMs = 40;
-constexpr double slowestReplay = 0.1;
-constexpr double fastestReplay = 1e6;
+/// The labels keep their room once a resize has come to rest; at each step it would cost a redraw.
+constexpr int resizeSettleMs = 150;
 
 } // namespace
 
@@ -30,6 +31,9 @@ MonitorWindow::MonitorWindow(ReceiverLog const& log, int leapSeconds, ETimeType 
     setTimeType(timeType);
     m_tick.setInterval(tickMs);
     connect(&m_tick, &QTimer::timeout, this, &MonitorWindow::feedDueEpochs);
+    m_resizeSettled.setSingleShot(true);
+    m_resizeSettled.setInterval(resizeSettleMs);
+    connect(&m_resizeSettled, &QTimer::timeout, this, &MonitorWindow::showNewData);
 }
 
 MonitorWindow::~MonitorWindow()
@@ -51,7 +55,7 @@ void MonitorWindow::addControls(ETimeType timeType)
 
     auto* const speedBox = new QDoubleSpinBox(m_controls);
     speedBox->setDecimals(1);
-    speedBox->setRange(slowestReplay, fastestReplay);
+    speedBox->setRange(Options::slowestReplay, Options::fastestReplay);
     speedBox->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
     speedBox->setPrefix(tr("Speed "));
     speedBox->setSuffix(tr(" x"));
@@ -112,9 +116,13 @@ void MonitorWindow::setSpeed(double speed)
     m_speed = speed;
 }
 
-void MonitorWindow::showAll()
+QPixmap MonitorWindow::picture(QSize size)
 {
     m_controls->hide();
+    // The size is what was asked for, be it less than the layout would like.
+    layout()->setSizeConstraint(QLayout::SetNoConstraint);
+    resize(size);
+    grab(); // margins in data units follow from the size, which the first paint tells
     for (Epoch const& epoch : m_log.epochs)
         m_data.append(epoch);
     m_fed = m_log.epochs.size();
@@ -122,6 +130,7 @@ void MonitorWindow::showAll()
         panel->useForFinishedData();
         panel->showNewData();
     }
+    return grab();
 }
 
 void MonitorWindow::replay()
@@ -157,14 +166,25 @@ void MonitorWindow::feedDueEpochs()
     while (m_fed < m_log.epochs.size() && double(m_log.epochs.at(m_fed).time) <= m_replayTime)
         m_data.append(m_log.epochs.at(m_fed++));
     if (m_fed != fedBefore) {
-        for (PlotPanel* const panel : qAsConst(m_panels))
-            panel->showNewData();
+        showNewData();
         tellProgress();
     }
     if (m_fed == m_log.epochs.size()) {
         m_tick.stop();
         m_pauseButton->setEnabled(false);
     }
+}
+
+void MonitorWindow::showNewData()
+{
+    for (PlotPanel* const panel : qAsConst(m_panels))
+        panel->showNewData();
+}
+
+void MonitorWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_resizeSettled.start();
 }
 
 void MonitorWindow::tellProgress()

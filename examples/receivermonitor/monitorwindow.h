@@ -4,6 +4,7 @@
 
 #include "lineartimegrid.h"
 #include <QElapsedTimer>
+#include <QPixmap>
 #include <QTimer>
 #include <QWidget>
 
@@ -20,10 +21,13 @@ public:
     MonitorWindow(ReceiverLog const& log, int leapSeconds, ETimeType timeType, double speed);
     ~MonitorWindow() override;
 
-    /// Feeds the whole log at once; for a picture, without the controls of a replay.
-    void showAll();
+    /// The whole log fed at once, in @p size logical pixels, without the controls of a replay.
+    QPixmap picture(QSize size);
     /// Starts the replay from the first epoch.
     void replay();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void addControls(ETimeType timeType);
@@ -32,6 +36,7 @@ private:
     void setSpeed(double speed);
     void pauseOrGoOn();
     void feedDueEpochs();
+    void showNewData();
     void tellProgress();
 
     ReceiverLog const& m_log;
@@ -42,6 +47,7 @@ private:
     QLabel* m_progress = nullptr;
 
     QTimer m_tick;
+    QTimer m_resizeSettled;
     QElapsedTimer m_sinceLastTick;
     double m_speed;
     double m_replayTime = 0.0; // GNSS time up to which the log has been replayed, milliseconds

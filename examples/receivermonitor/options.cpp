@@ -8,7 +8,6 @@
 namespace {
 
 constexpr int largestSide = 16384; // pixels; a picture beyond it is a slip of the finger
-constexpr double fastestReplay = 1e6;
 
 struct Parser : QCommandLineParser
 {
@@ -78,8 +77,10 @@ QString Options::parse(QStringList const& arguments, Options& options)
 
     bool ok = false;
     options.speed = parser.value(parser.speed).toDouble(&ok);
-    if (!ok || !(options.speed > 0.0) || options.speed > fastestReplay)
-        return tr("--speed takes a number above 0, at most %1.").arg(fastestReplay, 0, 'f', 0);
+    if (!ok || !(options.speed >= slowestReplay && options.speed <= fastestReplay))
+        return tr("--speed takes a number from %1 to %2.")
+            .arg(slowestReplay)
+            .arg(fastestReplay, 0, 'f', 0);
     qsizetype const form = timeTypeNames().indexOf(parser.value(parser.time));
     if (form < 0)
         return tr("--time takes one of %1.").arg(timeTypeNames().join(QStringLiteral(", ")));

@@ -13,10 +13,13 @@ struct Options
 {
     Q_DECLARE_TR_FUNCTIONS(Options)
 public:
+    static constexpr double slowestReplay = 0.1;
+    static constexpr double fastestReplay = 1e6;
+
     QString logPath;
     QString snapshotPath; ///< empty for a window
     QSize size = QSize(1200, 900); ///< logical pixels, of the window or the picture
-    double speed = 10.0; ///< seconds of the log in a second of replay
+    double speed = 10.0; ///< seconds of the log in a second of replay, within the limits above
     ETimeType timeType = eSHOW_UTC;
     Placement placement;
 

@@ -2,6 +2,7 @@
 
 #include "lineargrid.h"
 
+#include <QDateTime>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -56,6 +57,15 @@ private:
     double m_halfLabel = 0.0;
 };
 
+/// From UTC to local time on the day of @p gnssTime; leap seconds do not matter to it.
+float hoursFromUtc(double gnssTime)
+{
+    constexpr qint64 gnssStartMs = 315964800000; // in Unix time
+    constexpr float secondsPerHour = 3600.0F;
+    QDateTime const moment = QDateTime::fromMSecsSinceEpoch(qint64(gnssTime) + gnssStartMs);
+    return float(moment.offsetFromUtc()) / secondsPerHour;
+}
+
 QString captionOf(QString const& title, QVector<ColorName> const& colors)
 {
     QString caption = QStringLiteral("<b>%1</b>").arg(title.toHtmlEscaped());
@@ -82,6 +92,7 @@ PlotPanel::PlotPanel(Content const& content, TimeAxis const& axis, QWidget* pare
     layout->addWidget(caption);
     layout->addWidget(m_canvas, 1);
 
+    m_timeGrid->utcOffset = hoursFromUtc(axis.start);
     m_timeGrid->setGridColor(gridColor);
     m_canvas->setGrid(eHORIZONTAL, m_timeGrid, false);
     auto* const valueGrid = new UncutLabels<LinearGrid>(eVERTICAL, this);
@@ -112,6 +123,8 @@ PlotPanel::~PlotPanel()
 
 void PlotPanel::showNewData()
 {
+    // The first measures the strips of the labels in the extent of before, the second in its own.
+    m_canvas->updateBounds();
     m_canvas->updateBounds();
     m_canvas->drawNewPointsOnBackGround();
 }
