@@ -1,5 +1,6 @@
 #pragma once
 
+#include "testexport.h"
 #include <cmath>
 #include <limits>
 
@@ -22,7 +23,7 @@ struct TickSpacing
  * @param range  data units from the low to the high end; an inverted range gives a negative step
  * @param extent length of the axis in pixels
  */
-TickSpacing chooseTicks(double low, double range, int extent);
+ZELPLOT_TEST_EXPORT TickSpacing chooseTicks(double low, double range, int extent);
 
 /**
  * Decimals needed to tell the ticks apart.
@@ -30,7 +31,7 @@ TickSpacing chooseTicks(double low, double range, int extent);
  * @param dataStep  data units between two ticks
  * @return 0 for a step that is zero, negative or not a number
  */
-int decimalsOfStep(double dataStep);
+ZELPLOT_TEST_EXPORT int decimalsOfStep(double dataStep);
 
 /**
  * Goes from tick to tick by repeated addition, and ends whatever the numbers are.
