@@ -1,63 +1,51 @@
 #pragma once
 
-#include "strokesink.h"
-#include <QStringList>
-#include <QVector>
+#include "painterstrokesink.h"
+#include <QImage>
 
-/// Keeps the strokes and symbols of a curve, each with the pen in force, in the order of drawing.
+/// Writes the strokes and symbols of a curve down, and paints them, colour added to colour.
 class RecordingSink final : public StrokeSink
 {
 public:
-    struct Stroke
+    RecordingSink()
     {
-        QPen pen;
-        QLine line; ///< of a symbol, from its centre to its centre
-        E_SYMBOL symbol; ///< SYMBOL_NONE for a line
-        int radius;
-    };
-
-    QPen const& pen() const override { return penInForce; }
+        picture.fill(Qt::black);
+        painter.setCompositionMode(QPainter::CompositionMode_Plus);
+    }
+    QPen const& pen() const override { return painter.pen(); }
     void setPen(QPen const& pen) override
     {
-        penInForce = pen;
+        painter.setPen(pen);
         ++penChanges;
     }
-    void drawLine(QLine line) override { strokes.append({penInForce, line, SYMBOL_NONE, 0}); }
+    void drawLine(QLine line) override
+    {
+        record(QString::asprintf("%d,%d-%d,%d", line.x1(), line.y1(), line.x2(), line.y2()));
+        painted.drawLine(line);
+    }
     void drawSymbol(QPoint centre, E_SYMBOL symbol, int radius) override
     {
-        strokes.append({penInForce, QLine(centre, centre), symbol, radius});
+        record(QString::asprintf("#%d at %d,%d", int(symbol), centre.x(), centre.y()));
+        painted.drawSymbol(centre, symbol, radius);
     }
 
-    /// "10,10-20,20" for a line, "#2 at 10,10" for a symbol; the colour first unless it is red.
-    QString text() const
-    {
-        QStringList texts;
-        for (Stroke const& stroke : strokes) {
-            QString text;
-            for (char const* const name : {"black", "blue", "green"}) {
-                if (stroke.pen.color() == QColor(name))
-                    text = QLatin1String(name) + QLatin1Char(' ');
-            }
-            QLine const& line = stroke.line;
-            if (stroke.symbol != SYMBOL_NONE)
-                text += QStringLiteral("#%1 at %2,%3")
-                            .arg(stroke.symbol)
-                            .arg(line.x1())
-                            .arg(line.y1());
-            else
-                text += QStringLiteral("%1,%2-%3,%4")
-                            .arg(line.x1())
-                            .arg(line.y1())
-                            .arg(line.x2())
-                            .arg(line.y2());
-            texts.append(text);
-        }
-        return texts.join(QLatin1String("; "));
-    }
-
-    QVector<Stroke> strokes;
+    QString drawn; ///< "10,10-20,20; blue #2 at 10,10" for a line in red and a symbol in blue
+    /// Pixels within the viewport of a test, of 100 by 50; beyond it strokes may differ.
+    QImage picture{101, 51, QImage::Format_RGB32};
     int penChanges = 0;
 
 private:
-    QPen penInForce;
+    void record(QString const& stroke)
+    {
+        QColor const color = painter.pen().color();
+        drawn += drawn.isEmpty() ? "" : "; ";
+        drawn += color.blue() > 0 ? "blue "
+            : color.green() > 0   ? "green "
+            : color.red() > 0     ? ""
+                                  : "black ";
+        drawn += stroke;
+    }
+
+    QPainter painter{&picture};
+    PainterStrokeSink painted{painter};
 };
