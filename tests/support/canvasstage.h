@@ -5,47 +5,36 @@
 #include "xycanvas.h"
 #include "xydataset.h"
 
-#include <QStringList>
-#include <memory>
+#include <QRegularExpression>
 
-/**
- * A canvas without a plot: the lists that a plot would hold, and data sets of two dense columns.
- *
- * Markers stay the test's; the data sets go with the stage.
- */
+/// A canvas without a plot: the lists that a plot would hold, and data sets of two dense columns.
+/// Markers stay the test's; the data sets go with the stage.
 class CanvasStage
 {
 public:
     CanvasStage() = default;
-    ~CanvasStage()
-    {
-        canvas.reset();
-        qDeleteAll(dataSets);
-    }
-    CanvasStage(CanvasStage const&) = delete;
-    CanvasStage& operator=(CanvasStage const&) = delete;
+    explicit CanvasStage(Bounds const& view) { show(view); }
+    ~CanvasStage() { qDeleteAll(dataSets); }
 
-    XYCanvas* operator->() const { return canvas.get(); }
+    XYCanvas* operator->() { return &canvas; }
 
     /// A data set of a solid line, one pixel wide, with these points.
     XYDataSet* add(QVector<double> const& xs, QVector<double> const& ys, QColor color = Qt::black)
     {
-        auto* const dataSet
-            = new XYDataSet(new DataArrayTemplate<double>, new DataArrayTemplate<double>,
-                            QStringLiteral("data"), color, SYMBOL_NONE, Qt::SolidLine, 1);
+        dataSets.append(new XYDataSet(new DataArrayTemplate<double>, new DataArrayTemplate<double>,
+                                      "data", color, SYMBOL_NONE, Qt::SolidLine, 1));
         for (int i = 0; i < xs.size(); ++i)
-            dataSet->append(xs.at(i), ys.at(i));
-        dataSets.append(dataSet);
-        return dataSet;
+            dataSets.last()->append(xs.at(i), ys.at(i));
+        return dataSets.last();
     }
 
     /// Shows exactly @p view, with data bounds of the same size.
-    void show(Bounds const& view) { canvas->setBounds(view, view, true); }
+    void show(Bounds const& view) { canvas.setBounds(view, view, true); }
 
     /// What the canvas draws in a viewport of that size.
     TestImage paint(QSize size, qreal ratio = 1.0)
     {
-        return TestImage(size, ratio, [this](QPainter* painter) { canvas->drawCanvas(painter); });
+        return TestImage(size, ratio, [this](QPainter* painter) { canvas.drawCanvas(painter); });
     }
 
     QList<XYDataSet*> dataSets;
@@ -54,8 +43,7 @@ public:
     QList<CrossMarker_t*> crosses;
 
 private:
-    std::unique_ptr<XYCanvas> canvas
-        = std::make_unique<XYCanvas>(&dataSets, &markers, &ellipses, &crosses, false, nullptr);
+    XYCanvas canvas{&dataSets, &markers, &ellipses, &crosses, false, nullptr};
 };
 
 /// Every signal about bounds, policies and zooming, in the order in which they come.
@@ -64,36 +52,27 @@ class SignalLog
 public:
     explicit SignalLog(XYCanvas* canvas)
     {
-        auto const log = [=](auto signal, char const* name) {
-            QObject::connect(canvas, signal, canvas,
-                             [this, name] { entries.append(QString::fromLatin1(name)); });
-        };
-        auto const logFlag = [=](auto signal, char const* name) {
-            QObject::connect(canvas, signal, canvas, [this, name](bool enabled) {
-                entries.append(QStringLiteral("%1 %2").arg(QString::fromLatin1(name)).arg(enabled));
+        auto const log = [=](QString const& name, auto signal) {
+            QObject::connect(canvas, signal, canvas, [=](auto... enabled) {
+                entries.append((name + ... + QStringLiteral(" %1").arg(enabled)));
             });
         };
-        log(&XYCanvas::dataBoundsChanged, "data");
-        log(&XYCanvas::viewBoundsChanged, "view");
-        log(&XYCanvas::horizontalViewBoundsUpdatePolicyChanged, "x policy");
-        log(&XYCanvas::verticalViewBoundsUpdatePolicyChanged, "y policy");
-        logFlag(&XYCanvas::zoomInHorizontalEnabled, "x in");
-        logFlag(&XYCanvas::zoomInVerticalEnabled, "y in");
-        logFlag(&XYCanvas::zoomOutHorizontalEnabled, "x out");
-        logFlag(&XYCanvas::zoomOutVerticalEnabled, "y out");
-        logFlag(&XYCanvas::zoomFullHorizontalEnabled, "x full");
-        logFlag(&XYCanvas::zoomFullVerticalEnabled, "y full");
-        logFlag(&XYCanvas::zoomFullBothEnabled, "both full");
+        log("data", &XYCanvas::dataBoundsChanged);
+        log("view", &XYCanvas::viewBoundsChanged);
+        log("x policy", &XYCanvas::horizontalViewBoundsUpdatePolicyChanged);
+        log("y policy", &XYCanvas::verticalViewBoundsUpdatePolicyChanged);
+        log("x in", &XYCanvas::zoomInHorizontalEnabled);
+        log("y in", &XYCanvas::zoomInVerticalEnabled);
+        log("x out", &XYCanvas::zoomOutHorizontalEnabled);
+        log("y out", &XYCanvas::zoomOutVerticalEnabled);
+        log("x full", &XYCanvas::zoomFullHorizontalEnabled);
+        log("y full", &XYCanvas::zoomFullVerticalEnabled);
+        log("both full", &XYCanvas::zoomFullBothEnabled);
     }
 
     QStringList take() { return std::exchange(entries, {}); }
     /// The same without the signals about zooming.
-    QStringList takeBounds()
-    {
-        QStringList all = take();
-        all.removeIf([](QString const& entry) { return entry.back().isDigit(); });
-        return all;
-    }
+    QStringList takeBounds() { return take().filter(QRegularExpression("\\D$")); }
 
 private:
     QStringList entries;

@@ -1,19 +1,21 @@
 #pragma once
 
+#include <QBitmap>
 #include <QImage>
 #include <QPainter>
 #include <QtMath>
+#include <functional>
 
-/**
- * A yellow picture to paint on, addressed in logical pixels at any device pixel ratio.
- *
- * Yellow, so that both what is painted white and what is painted in a colour can be seen.
- */
+/// A yellow picture to paint on, addressed in logical pixels at any device pixel ratio; yellow, so
+/// that both what is painted white and what is painted in a colour can be seen.
 class TestImage
 {
 public:
-    explicit TestImage(QSize size, qreal ratio = 1.0)
-        : image(QSize(qCeil(size.width() * ratio), qCeil(size.height() * ratio)),
+    /// One on which @p paint has painted; an empty one has a pixel that nothing can reach.
+    explicit TestImage(
+        QSize size, qreal ratio = 1.0,
+        std::function<void(QPainter*)> const& paint = [](QPainter*) {})
+        : image(QSize(qCeil(size.width() * ratio), qCeil(size.height() * ratio)).expandedTo({1, 1}),
                 QImage::Format_RGB32)
     {
         image.setDevicePixelRatio(ratio);
@@ -21,13 +23,6 @@ public:
         painter.begin(&image);
         painter.setWindow(QRect(QPoint(0, 0), size));
         painter.setViewport(QRect(QPoint(0, 0), size));
-    }
-
-    /// One on which @p paint, called with the painter, has painted.
-    template<typename Paint>
-    TestImage(QSize size, qreal ratio, Paint paint)
-        : TestImage(size, ratio)
-    {
         paint(&painter);
     }
 
@@ -42,20 +37,22 @@ public:
     }
 
     /// Logical pixels of an area, cut to the picture, that have been painted.
-    int countPainted(QRect area) const
+    int countPainted(QRect area = QRect(0, 0, 10000, 10000)) const
     {
-        QSizeF const size = image.deviceIndependentSize();
-        area &= QRect(0, 0, int(size.width()), int(size.height()));
+        area &= QRect(QPoint(0, 0), image.deviceIndependentSize().toSize());
         int count = 0;
-        for (int y = area.top(); y <= area.bottom(); ++y) {
-            for (int x = area.left(); x <= area.right(); ++x)
-                count += at(x, y) == QColor(Qt::yellow) ? 0 : 1;
-        }
+        for (int i = 0; i < area.width() * area.height(); ++i)
+            count += at(area.x() + i % area.width(), area.y() + i / area.width()) != Qt::yellow;
         return count;
     }
-    int countPainted() const { return countPainted(image.rect()); }
 
 private:
     QImage image;
     QPainter painter;
 };
+
+/// Smallest rectangle around the device pixels of that colour or, with Qt::MaskOutColor, of others.
+inline QRect extentOf(QImage const& image, QColor color, Qt::MaskMode mode = Qt::MaskInColor)
+{
+    return QRegion(QBitmap::fromImage(image.createMaskFromColor(color.rgb(), mode))).boundingRect();
+}
