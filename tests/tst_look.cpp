@@ -215,7 +215,6 @@ void tst_Look::fixedPosition_data()
     QTest::newRow("left to the plot") << 'f' << -1.0 << 5 << -5;
     QTest::newRow("from the bottom, not scaled") << 'o' << -10.0 << 100 << 90;
     QTest::newRow("both negative, saturated") << 'o' << double(smallest) << -1 << smallest;
-    QTest::newRow("bar, scaled") << 'b' << 10.0 << 100 << 30;
     QTest::newRow("bar from the bottom, scaled") << 'b' << -10.0 << 100 << 70;
 }
 
