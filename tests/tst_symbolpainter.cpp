@@ -2,33 +2,26 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QTest>
-#include <limits>
+#include <array>
 
 namespace {
 
-constexpr int rows = 9;
-constexpr QPoint centre(4, 4);
-
-QImage paper(int columns)
+/// Symbols from @p symbol on, 8 pixels apart; '#' is painted, each line of pixels follows the last.
+QString painted(int symbol, int count, int radius, QPoint centre = {4, 3})
 {
-    QImage image(columns, rows, QImage::Format_RGB32);
+    int const width = 8 * count + 1;
+    QImage image(width, 7, QImage::Format_RGB32);
     image.fill(Qt::white);
-    return image;
-}
-
-QImage painted(E_SYMBOL symbol, int radius, QPoint place = centre, bool smooth = false)
-{
-    QImage image = paper(9);
     QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing, smooth);
-    paintSymbol(painter, place, symbol, radius);
-    return image;
-}
-
-bool isPainted(QImage const& image, QPoint pixel)
-{
-    return image.pixelColor(pixel) != QColor(Qt::white);
+    painter.setRenderHint(QPainter::Antialiasing, radius != 3);
+    for (int i = 0; i < count; ++i)
+        paintSymbol(painter, centre + QPoint(8 * i, 0), E_SYMBOL(symbol + i), radius);
+    QString pixels;
+    for (int i = 0; i < width * 7; ++i)
+        pixels += image.pixelColor(i % width, i / width) == Qt::white ? '.' : '#';
+    return pixels;
 }
 
 } // namespace
@@ -38,95 +31,40 @@ class tst_SymbolPainter : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void shapes();
-    void trianglePointsItsWay_data();
-    void trianglePointsItsWay();
-    void circleTouchesItsSquare();
-    void otherValuesDrawNothing();
-    void extremeSizesAndPlacesEnd();
+    void strangeValuesEnd();
 };
 
 void tst_SymbolPainter::shapes()
 {
-    // Dot, plus, cross, square and diamond about row 4 and every ninth column from 4, with a
-    // radius of 3. Rectangles are stroked around their right and lower edge.
+    // Rectangles are stroked around their right and lower edge. What Qt may raster otherwise has
+    // a question mark.
     QStringList const expected = {
-        ".............................................", //
-        ".............#.....#.....#..#######.....#....", //
-        ".............#......#...#...#.....#....#.#...", //
-        ".............#.......#.#....#.....#...#...#..", //
-        "....####..#######.....#.....#.....#..#.....#.", //
-        "....#..#.....#.......#.#....#.....#...#...#..", //
-        "....#..#.....#......#...#...#.....#....#.#...", //
-        "....####.....#.....#.....#..#######.....#....", //
-        ".............................................", //
+        "............#....#.....#.#######.#######....#.......???#.#???.....??#??.....#....",
+        "............#.....#...#..#.....#.??..???..????....?????#.#?????..???.???...#.#...",
+        "............#......#.#...#.....#.???.???..?????...????.#.#.????..??...??..#...#..",
+        "....####.#######....#....#.....#.???.??..???.??..#??...#.#...??#.#.....#.#.....#.",
+        "....#..#....#......#.#...#.....#..?????..???.???..?????#.#?????..??...??..#...#..",
+        "....#..#....#.....#...#..#.....#..????...??..???...????#.#????...???.???...#.#...",
+        "....####....#....#.....#.#######....#....#######.....??#.#??......??#??.....#....",
     };
-    QImage image = paper(45);
-    QPainter painter(&image);
-    QPoint place = centre;
-    for (E_SYMBOL const symbol :
-         {SYMBOL_DOT, SYMBOL_PLUS, SYMBOL_CROSS, SYMBOL_SQUARE, SYMBOL_DIAMOND}) {
-        paintSymbol(painter, place, symbol, 3);
-        place.rx() += 9;
-    }
-    painter.end();
-
-    for (int y = 0; y < rows; ++y) {
-        QString row;
-        for (int x = 0; x < image.width(); ++x)
-            row += QLatin1Char(isPainted(image, {x, y}) ? '#' : '.');
-        QCOMPARE(row, expected.at(y));
+    QString const pixels = painted(SYMBOL_DOT, 10, 3);
+    for (int y = 0; y < 7; ++y) {
+        QString const line = pixels.mid(81 * y, 81);
+        auto const pattern = QRegularExpression::fromWildcard(expected[y]);
+        QVERIFY2(pattern.match(line).hasMatch(), qPrintable(line));
     }
 }
 
-void tst_SymbolPainter::trianglePointsItsWay_data()
+void tst_SymbolPainter::strangeValuesEnd()
 {
-    QTest::addColumn<int>("symbol");
-    QTest::addColumn<QPoint>("apex"); // from the centre, in radii, y downwards
-    QTest::newRow("down") << int(SYMBOL_TRIANGLE_DOWN) << QPoint(0, 1);
-    QTest::newRow("up") << int(SYMBOL_TRIANGLE_UP) << QPoint(0, -1);
-    QTest::newRow("left") << int(SYMBOL_TRIANGLE_LEFT) << QPoint(-1, 0);
-    QTest::newRow("right") << int(SYMBOL_TRIANGLE_RIGHT) << QPoint(1, 0);
-}
-
-void tst_SymbolPainter::trianglePointsItsWay()
-{
-    QFETCH(int, symbol);
-    QFETCH(QPoint, apex);
-    QImage const image = painted(E_SYMBOL(symbol), 3);
-    QPoint const across(apex.y(), apex.x());
-
-    QVERIFY(isPainted(image, centre + 3 * apex));
-    for (int const i : {-3, -2, -1, 1, 2, 3}) {
-        QVERIFY(isPainted(image, centre - 3 * apex + i * across)); // the flat side
-        QVERIFY(!isPainted(image, centre + 3 * apex + i * across));
+    constexpr int highest = std::numeric_limits<int>::max(), lowest = -highest - 1;
+    for (int const symbol : {lowest, -1, 0, 11, highest})
+        QVERIFY(!painted(symbol, 1, 3).contains('#'));
+    for (int i = 0; i < 15 * 11; ++i) {
+        int const place = std::array{lowest, 4, highest}[i % 3];
+        painted(i / 15, 1, std::array{lowest, -1, 0, 1, highest}[i / 3 % 5], {place, place});
     }
-    QVERIFY(!isPainted(image, centre)); // an outline only
-}
-
-void tst_SymbolPainter::otherValuesDrawNothing()
-{
-    for (int const value : {-1, 0, 11, std::numeric_limits<int>::min(), 1000000})
-        QCOMPARE(painted(E_SYMBOL(value), 3), paper(9));
-}
-
-void tst_SymbolPainter::circleTouchesItsSquare()
-{
-    QImage const circle = painted(SYMBOL_CIRCLE, 3);
-    QVERIFY(isPainted(circle, {1, 4}) && isPainted(circle, {7, 4}));
-    QVERIFY(!isPainted(circle, {1, 1}) && !isPainted(circle, {0, 4}) && !isPainted(circle, {8, 4}));
-}
-
-void tst_SymbolPainter::extremeSizesAndPlacesEnd()
-{
-    constexpr int lowest = std::numeric_limits<int>::min();
-    constexpr int highest = std::numeric_limits<int>::max();
-    for (int symbol = SYMBOL_NONE; symbol <= SYMBOL_DIAMOND; ++symbol) {
-        for (int const radius : {lowest, -1, 0, 1, highest}) {
-            for (int const place : {lowest, 4, highest})
-                painted(E_SYMBOL(symbol), radius, QPoint(place, place), true);
-        }
-    }
-    QVERIFY(isPainted(painted(SYMBOL_PLUS, highest), {4, 0})); // bars across the whole picture
+    QVERIFY(painted(SYMBOL_PLUS, 1, highest).count('#') > 14); // bars across the picture
 }
 
 QTEST_MAIN(tst_SymbolPainter)
