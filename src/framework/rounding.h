@@ -11,38 +11,32 @@
 
 namespace rounding {
 
+/// The value within limits; 0 for NaN.
+constexpr double held(double value, double lowest, double highest)
+{
+    if (value != value)
+        return 0.0;
+    return value < lowest ? lowest : value > highest ? highest : value;
+}
+
 /// Truncates towards zero; saturates at the given limits, which must be exact as a double.
 template<typename Integer>
 constexpr Integer truncateWithin(double value, Integer lowest, Integer highest)
 {
-    if (value != value)
-        return 0;
-    if (value <= static_cast<double>(lowest))
-        return lowest;
-    if (value >= static_cast<double>(highest))
-        return highest;
-    return static_cast<Integer>(value);
+    return static_cast<Integer>(
+        held(value, static_cast<double>(lowest), static_cast<double>(highest)));
 }
 
-/// Halves upwards; saturates at the given limits, which must be well inside the integer type.
+/// Halves upwards; saturates at the given limits, which must be exact as a double.
 template<typename Integer>
 constexpr Integer roundWithin(double value, Integer lowest, Integer highest)
 {
-    if (value != value)
-        return 0;
-    if (value <= static_cast<double>(lowest))
-        return lowest;
-    if (value >= static_cast<double>(highest))
-        return highest;
-    if (value >= 0.0) {
-        double const raised = value + 0.5; // may reach the limit itself, never pass it
-        if (raised >= static_cast<double>(highest))
-            return highest;
-        return static_cast<Integer>(raised); // NOLINT(bugprone-incorrect-roundings): the rule
-    }
-    auto const below = static_cast<std::int64_t>(value - 1.0);
+    double const v = held(value, static_cast<double>(lowest), static_cast<double>(highest));
+    if (v >= 0.0)
+        return static_cast<Integer>(v + 0.5); // NOLINT(bugprone-incorrect-roundings): the rule
+    auto const below = static_cast<std::int64_t>(v - 1.0);
     // NOLINTNEXTLINE(bugprone-incorrect-roundings): the rule
-    auto const offset = static_cast<std::int64_t>(value - static_cast<double>(below) + 0.5);
+    auto const offset = static_cast<std::int64_t>(v - static_cast<double>(below) + 0.5);
     return static_cast<Integer>(below + offset);
 }
 
