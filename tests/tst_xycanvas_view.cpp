@@ -118,9 +118,10 @@ void tst_XYCanvasView::deadPartnersLeaveNothingBehind()
 
     delete stage.dataSets.takeFirst();
     delete grid;
+    // NOLINTBEGIN(clang-analyzer-cplusplus.NewDelete): only the address of the data set counts
     QCOMPARE(stage->getLastProcessedIndex(dataSet), -1);
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete): only its address counts
     QVERIFY(!stage->isMouseOverDataTrackingEnabled(dataSet));
+    // NOLINTEND(clang-analyzer-cplusplus.NewDelete)
     QVERIFY(!stage->getGrid(eVERTICAL) && !stage->getGrid(eHORIZONTAL));
     QCOMPARE(stage.paint(canvasSize).at(15, 65), QColor(Qt::white));
 }
