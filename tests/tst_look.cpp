@@ -102,6 +102,7 @@ void tst_Look::changeSignalsPresenceThenAppearance()
     look->changeFromLast(Qt::blue); // as it is
     look->changeFromLast(numbered(1));
     look->changeFromLast(numbered(2));
+    look->changeFromLast(numbered(2)); // as it is
     look->setDefault(Qt::black, SYMBOL_NONE, Qt::SolidLine, 0); // as it is
     look->setDefaultLineThickness(3);
     QCOMPARE(heard, "new last new last last ");
