@@ -1,5 +1,4 @@
 #include "dbg.h"
-#include "memleaktracer.h"
 #include "messagerecorder.h"
 #include "xyplotcommon.h"
 #include "zelplotglobals.h"
@@ -12,22 +11,10 @@ class tst_Framework : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void nanIsUnequalToItself() { QVERIFY(NaN != NaN); } // NOLINT(misc-redundant-expression)
-    void tracerCountsByName();
     void subModuleFollowsTheLoggingRules();
     void assertionIsOneLineAndReturns();
-    void renderSettingsFillTheStackOnce();
     void fixedLabelFontScalesWhateverSizeIsSet();
 };
-
-void tst_Framework::tracerCountsByName()
-{
-    MemLeakTracer* const tracer = MemLeakTracer::getInstance();
-    QCOMPARE(tracer->getObjectCount(QStringLiteral("NeverSeen")), 0);
-    tracer->doAllocateObject(QStringLiteral("Seen"));
-    tracer->doAllocateObject(QStringLiteral("Seen"));
-    tracer->doDeallocateObject(QStringLiteral("Seen"));
-    QCOMPARE(tracer->getObjectCount(QStringLiteral("Seen")), 1);
-}
 
 void tst_Framework::subModuleFollowsTheLoggingRules()
 {
@@ -45,25 +32,12 @@ void tst_Framework::assertionIsOneLineAndReturns()
     QCOMPARE(messages.take(), QStringList(QStringLiteral("doIt at src/look/look:42: 100 % wrong")));
 }
 
-void tst_Framework::renderSettingsFillTheStackOnce()
-{
-    plotRenderSettings.clear();
-    PlotRenderSettings_t& settings = getPlotRenderSettings();
-    QCOMPARE(plotRenderSettings.size(), 1);
-    settings.majorTickLength = 12;
-    QCOMPARE(getPlotRenderSettings().majorTickLength, 12);
-    QCOMPARE(plotRenderSettings.size(), 1);
-    plotRenderSettings.clear();
-    QCOMPARE(getPlotRenderSettings().majorTickLength, 8);
-}
-
 void tst_Framework::fixedLabelFontScalesWhateverSizeIsSet()
 {
     QFont const before = QGuiApplication::font();
     QFont points = before;
     points.setPointSizeF(20.0);
     QGuiApplication::setFont(points);
-    QCOMPARE(getDefaultPlotRenderSettings().fixedLabelFont.pointSizeF(), 16.0);
     QCOMPARE(getDefaultPlotRenderSettings().fixedLabelFont.pointSizeF(), 16.0);
     QCOMPARE(getDefaultPlotRenderSettings().legendTitleFont.weight(), QFont::Bold);
 

@@ -17,28 +17,17 @@ void tst_Rounding::rounds_data()
 {
     constexpr int lowest = std::numeric_limits<int>::min();
     constexpr int highest = std::numeric_limits<int>::max();
-    double const inf = std::numeric_limits<double>::infinity();
     QTest::addColumn<double>("value");
     QTest::addColumn<int>("rounded");
     QTest::addColumn<int>("pixel");
     QTest::addColumn<int>("truncated");
     QTest::newRow("half") << 0.5 << 1 << 1 << 0;
-    QTest::newRow("just below half") << 0.49 << 0 << 0 << 0;
-    QTest::newRow("negative half goes up") << -0.5 << 0 << 0 << 0;
     QTest::newRow("negative two and a half") << -2.5 << -2 << -2 << -2;
     QTest::newRow("below a negative half") << -2.51 << -3 << -3 << -2;
-    QTest::newRow("whole negative") << -7.0 << -7 << -7 << -7;
-    QTest::newRow("beyond the pixels") << 1e9 << 1000000000 << (1 << 28) << 1000000000;
     QTest::newRow("beyond an int") << 1e300 << highest << (1 << 28) << highest;
     QTest::newRow("below an int") << -1e300 << lowest << -(1 << 28) << lowest;
-    QTest::newRow("largest int and a half") << 2147483647.5 << highest << (1 << 28) << highest;
-    QTest::newRow("smallest int less a half") << -2147483648.5 << lowest << -(1 << 28) << lowest;
-    QTest::newRow("just below the largest int")
-        << 2147483646.5 << highest << (1 << 28) << highest - 1;
-    QTest::newRow("infinity") << inf << highest << (1 << 28) << highest;
-    QTest::newRow("minus infinity") << -inf << lowest << -(1 << 28) << lowest;
-    QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << 0 << 0 << 0;
-    QTest::newRow("denormal") << -5e-324 << 0 << 0 << 0;
+    QTest::newRow("below the largest") << 2147483646.5 << highest << (1 << 28) << highest - 1;
+    QTest::newRow("not a number") << qQNaN() << 0 << 0 << 0;
 }
 
 void tst_Rounding::rounds()
@@ -52,10 +41,8 @@ void tst_Rounding::rounds()
 void tst_Rounding::saturatesBeyond64Bits()
 {
     QCOMPARE(roundHalfUp64(1278542283000.5), 1278542283001LL);
-    QCOMPARE(roundHalfUp64(-1278542283000.5), -1278542283000LL);
     QCOMPARE(roundHalfUp64(1e300), 1LL << 62);
-    QCOMPARE(roundHalfUp64(-1e300), -(1LL << 62));
-    QCOMPARE(roundHalfUp64(std::numeric_limits<double>::quiet_NaN()), 0LL);
+    QCOMPARE(roundHalfUp64(qQNaN()), 0LL);
 }
 
 QTEST_APPLESS_MAIN(tst_Rounding)
