@@ -1,6 +1,5 @@
 #include "options.h"
 
-#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QProcess>
@@ -8,18 +7,18 @@
 #include <QTest>
 
 namespace {
-
 constexpr QRgb autonomous = 0xfff9a825;
 char const* const oneEpoch = "$GPGGA,120000.00,4717.11,N,00833.91,E,1,08,1.0,500.0,M,48.0,M,,*6A\n";
 
-int countInColumn(QImage const& picture, int x, QRgb color)
+/// Pixels of the colour of an autonomous fix.
+int count(QImage const& picture, QRect const& area)
 {
-    int count = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        count += picture.pixel(x, y) == color ? 1 : 0;
-    return count;
+    int pixels = 0;
+    for (int i = 0; i < area.width() * area.height(); ++i)
+        pixels += picture.pixel(area.x() + i % area.width(), area.y() + i / area.width())
+            == autonomous;
+    return pixels;
 }
-
 } // namespace
 
 /// Runs the receiver monitor as a user does.
@@ -27,121 +26,82 @@ class tst_ReceiverMonitor : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void unusableLogGivesOneLineAndStatus1_data();
     void unusableLogGivesOneLineAndStatus1();
-    void wrongCommandLine_data();
     void wrongCommandLine();
     void snapshotShowsTheLog();
     void snapshotKeepsSizeMarginAndTime();
     void reportNamesWhatWasLeftOut();
 
 private:
-    struct Outcome
-    {
-        int status;
-        QString out;
-        QString err;
-    };
-    static Outcome run(QStringList const& arguments);
+    int run(QStringList const& arguments);
     QString write(QString const& name, QByteArray const& content);
 
     QTemporaryDir m_dir;
+    QString m_png = m_dir.filePath("some.png");
+    QString m_out;
+    QString m_err;
 };
 
-tst_ReceiverMonitor::Outcome tst_ReceiverMonitor::run(QStringList const& arguments)
+/// The exit status; -1 if it did not end by itself.
+int tst_ReceiverMonitor::run(QStringList const& arguments)
 {
     QProcess process;
-    process.start(QStringLiteral(MONITOR), arguments);
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
-        return {-1, {}, process.errorString()};
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    process.start(QStringLiteral(MONITOR), QStringList{"--snapshot", m_png} + arguments);
+    bool const ended = process.waitForFinished(60000);
+    m_out = QString::fromUtf8(process.readAllStandardOutput());
+    m_err = QString::fromUtf8(process.readAllStandardError());
+    return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
 QString tst_ReceiverMonitor::write(QString const& name, QByteArray const& content)
 {
     QFile file(m_dir.filePath(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        return QString();
-    return file.fileName();
-}
-
-void tst_ReceiverMonitor::unusableLogGivesOneLineAndStatus1_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("missing") << m_dir.filePath("missing.nmea");
-    QTest::newRow("a folder") << m_dir.path();
-    QTest::newRow("empty") << write("empty.nmea", "");
-    QTest::newRow("no sound sentence") << write("noise.nmea", "hello\n$GPGGA,1*00\n");
-    QTest::newRow("bytes") << write("bytes.nmea", QByteArray("\0\xff$*\r\n$GP\0,*4", 13));
+    bool const done = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    return done ? file.fileName() : QString();
 }
 
 void tst_ReceiverMonitor::unusableLogGivesOneLineAndStatus1()
 {
-    QFETCH(QString, path);
-    Outcome const outcome = run({"--snapshot", m_dir.filePath("none.png"), path});
-    QCOMPARE(outcome.status, 1);
-    QCOMPARE(outcome.err.count('\n'), 1);
-    QVERIFY2(outcome.err.contains(path), qPrintable(outcome.err));
-    QVERIFY(!QFile::exists(m_dir.filePath("none.png")));
-}
-
-void tst_ReceiverMonitor::wrongCommandLine_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("named");
-    QTest::newRow("no log") << QStringList() << "log";
-    QTest::newRow("two logs") << QStringList{"a", "b"} << "log";
-    QTest::newRow("unknown option") << QStringList{"--zoom", "a"} << "zoom";
-    QTest::newRow("speed of 0") << QStringList{"--speed", "0", "a"} << "--speed";
-    QTest::newRow("speed that is no number") << QStringList{"--speed", "nan", "a"} << "--speed";
-    QTest::newRow("size without extent") << QStringList{"--size", "0x5", "a"} << "--size";
-    QTest::newRow("size beyond reason") << QStringList{"--size", "99999x5", "a"} << "--size";
-    QTest::newRow("leap seconds unknown to the axis")
-        << QStringList{"--leap-seconds", "-128", "a"} << "--leap-seconds";
-    QTest::newRow("date before GNSS time") << QStringList{"--date", "1980-01-05", "a"} << "--date";
-    QTest::newRow("form of time") << QStringList{"--time", "cet", "a"} << "--time";
+    QByteArray const bytes("\0\xff$*\r\n$GP\0,*4", 13);
+    for (auto const& [path, reason] : {std::pair(m_dir.filePath("missing"), "no such file"),
+                                       {m_dir.path(), "folder"},
+                                       {write("empty", ""), "empty"},
+                                       {write("noise", "a\n$GPGGA,1*00\n"), "not one sound"},
+                                       {write("bytes", bytes), "not one sound"}}) {
+        QCOMPARE(run({path}), 1);
+        QCOMPARE(m_err.count('\n'), 1);
+        QVERIFY2(m_err.contains(path) && m_err.contains(reason), qPrintable(m_err));
+        QVERIFY(!QFile::exists(m_png));
+    }
 }
 
 void tst_ReceiverMonitor::wrongCommandLine()
 {
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, named);
-    Options options;
-    QString const reason = Options::parse(QStringList("receivermonitor") + arguments, options);
-    QVERIFY2(reason.contains(named), qPrintable(reason));
-    QVERIFY(!reason.contains('\n'));
+    for (QString const line :
+         {"", "a log", "--zoom a", "--speed 0 a", "--speed nan a", "--size 0x5 a",
+          "--size 99999x5 a", "--leap-seconds -128 a", "--date 1980-01-05 a", "--time cet a"}) {
+        Options options;
+        QStringList const words = line.split(' ', Qt::SkipEmptyParts);
+        QString const reason = Options::parse(QStringList("receivermonitor") + words, options);
+        QString const named = line.startsWith("--") ? words.first().mid(2) : QString("log");
+        QVERIFY2(reason.contains(named) && !reason.contains('\n'), qPrintable(line + reason));
+    }
 }
 
 void tst_ReceiverMonitor::snapshotShowsTheLog()
 {
-    QString const path = m_dir.filePath("cold.png");
-    Outcome const outcome = run({"--snapshot", path, "--size", "900x700",
-                                 QStringLiteral(EXAMPLE_DATA_DIR "/cold-start-4min.nmea")});
-    QCOMPARE(outcome.status, 0);
-    QImage const picture(path);
+    QCOMPARE(run({"--size", "900x700", EXAMPLE_DATA_DIR "/cold-start-4min.nmea"}), 0);
+    QImage const picture(m_png);
     QCOMPARE(picture.size(), QSize(900, 700));
-
     // The log has an autonomous fix throughout and one gap of whole epochs near its start: in the
     // row of the bar its colour comes in exactly two runs.
-    int bestRow = 0;
-    int bestCount = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        int count = 0;
-        for (int x = 0; x < picture.width(); ++x)
-            count += picture.pixel(x, y) == autonomous ? 1 : 0;
-        if (count > bestCount) {
-            bestCount = count;
-            bestRow = y;
-        }
-    }
-    QVERIFY(bestCount > 600);
+    int row = 0;
+    for (int y = 0; y < 700; ++y)
+        row = count(picture, {0, y, 900, 1}) > count(picture, {0, row, 900, 1}) ? y : row;
+    QVERIFY(count(picture, {0, row, 900, 1}) > 600);
     int runs = 0;
-    for (int x = 1; x < picture.width(); ++x) {
-        bool const starts = picture.pixel(x, bestRow) == autonomous
-            && picture.pixel(x - 1, bestRow) != autonomous;
-        runs += starts ? 1 : 0;
-    }
+    for (int x = 1; x < 900; ++x)
+        runs += count(picture, {x - 1, row, 2, 1}) == 1 && count(picture, {x, row, 1, 1}) == 1;
     QCOMPARE(runs, 2);
 }
 
@@ -149,20 +109,18 @@ void tst_ReceiverMonitor::snapshotKeepsSizeMarginAndTime()
 {
     QString const log = write("one.nmea", oneEpoch);
     auto const picture = [&](QString const& timeType) {
-        QString const path = m_dir.filePath(timeType + ".png");
-        run({"--snapshot", path, "--size", "300x250", "--time", timeType, log});
-        return QImage(path);
+        run({"--size", "300x250", "--time", timeType, log});
+        return QImage(m_png);
     };
     QImage const utc = picture("utc");
-
     // The controls, which are not in the picture, would need more.
     QCOMPARE(utc.size(), QSize(300, 250));
     // One epoch gives the margins no extent to measure, yet its bar, which is thicker than the
     // square in the text, stands right of the value labels.
     int start = 0;
-    while (start < utc.width() && countInColumn(utc, start, autonomous) < 12)
+    while (start < 300 && count(utc, {start, 0, 1, 250}) < 12)
         ++start;
-    QVERIFY2(start > 50 && start < utc.width(), qPrintable(QString::number(start)));
+    QVERIFY2(start > 50 && start < 300, qPrintable(QString::number(start)));
     // Tests run in the time zone UTC.
     QCOMPARE(picture("local"), utc);
     QVERIFY(picture("gnss") != utc);
@@ -170,18 +128,13 @@ void tst_ReceiverMonitor::snapshotKeepsSizeMarginAndTime()
 
 void tst_ReceiverMonitor::reportNamesWhatWasLeftOut()
 {
-    QByteArray log = "$GPGGA,1*00\nhello\n# a comment\n";
-    log += "$GPZDA,120000.00,01,01,2020,00,00*65\n"; // sound, of another kind
-    log += oneEpoch;
-    Outcome const outcome
-        = run({"--snapshot", m_dir.filePath("some.png"), write("some.nmea", log)});
-    QCOMPARE(outcome.status, 0);
-    QVERIFY2(outcome.out.contains("epochs shown: 1\nsound sentences: 2\n"),
-             qPrintable(outcome.out));
-    QVERIFY(outcome.out.contains("never tells its date"));
-    QVERIFY(outcome.out.contains("left out, failed checksums: 1\n"));
-    QVERIFY(outcome.out.contains("left out, lines that are no sentence: 1\n"));
-    QVERIFY(outcome.out.contains("left out, epochs that step back in time: 0\n"));
+    QByteArray const zda = "$GPZDA,120000.00,01,01,2020,00,00*65\n"; // sound, of another kind
+    QCOMPARE(run({write("some.nmea", "$GPGGA,1*00\nhello\n# a comment\n" + zda + oneEpoch)}), 0);
+    for (QString const line :
+         {"epochs shown: 1\nsound sentences: 2\n", "never tells its date",
+          "left out, failed checksums: 1\n", "left out, lines that are no sentence: 1\n",
+          "left out, epochs that step back in time: 0\n"})
+        QVERIFY2(m_out.contains(line), qPrintable(m_out));
 }
 
 QTEST_GUILESS_MAIN(tst_ReceiverMonitor)
