@@ -1,12 +1,11 @@
 #include "logreader.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 #include <algorithm>
 #include <random>
 
-/// Faults: the bundled logs read otherwise than counted by hand, lines lost, no end, no answer.
+/// Faults: the bundled logs read otherwise than counted by hand, lines lost, no end.
 class tst_LogReader : public QObject
 {
     Q_OBJECT
@@ -15,7 +14,6 @@ private Q_SLOTS:
     void readsRealLogs();
     void sortsLines_data();
     void sortsLines();
-    void answersForFilesThatAreNoLog();
     void survivesDamage();
 };
 
@@ -136,24 +134,6 @@ void tst_LogReader::sortsLines()
                   .arg(log.noSentences),
               "counts");
     }
-}
-
-void tst_LogReader::answersForFilesThatAreNoLog()
-{
-    QTemporaryDir const folder;
-    auto const write = [&folder](char const* name, QByteArray const& bytes) {
-        QFile file(folder.filePath(QLatin1String(name)));
-        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-    };
-    QVERIFY(write("empty", {}) && write("text", "no sentence\n$GPGLL,,,,,,V,N*65\n"));
-    ReceiverLog log;
-    auto const answer = [&](char const* name) {
-        return LogReader::readFile(folder.filePath(QLatin1String(name)), Placement{}, log);
-    };
-    QVERIFY(answer("missing").contains("no such file"));
-    QVERIFY(answer(".").contains("folder"));
-    QVERIFY(answer("empty").contains("empty"));
-    QVERIFY(answer("text").contains("not one sound"));
 }
 
 /// Any bytes end in an ordered log, and in the same one however they arrive.
