@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <random>
 
-/// Faults: the bundled logs read otherwise than counted by hand, lines lost, no end, no answer.
+/// Faults: the bundled logs read otherwise than counted by hand, lines lost, no end.
 class tst_LogReader : public QObject
 {
     Q_OBJECT

@@ -152,7 +152,6 @@ void EpochDraft::absorb(EpochDraft const& later)
 {
     epoch.strengths += later.epoch.strengths;
     epoch.used += later.epoch.used;
-    hasGsa = hasGsa || later.hasGsa;
     gsaRuns.insert(later.gsaRuns);
     gsvParts.insert(later.gsvParts);
     gsaRun += later.gsaRun;
@@ -280,7 +279,6 @@ void EpochAssembler::readGsa(EpochDraft& draft, NmeaSentence const& sentence)
     if (!std::exchange(draft.inGsaRun, true))
         ++draft.gsaRun;
     draft.gsaRuns[groupOf(sentence)] = draft.gsaRun;
-    draft.hasGsa = true;
     Constellation const system = systemOf(sentence);
     for (int i = gsaFirstId; i <= gsaLastId; ++i) {
         if (auto const satellite = satelliteOf(system, sentence.integer(i).value_or(0)))
@@ -326,7 +324,7 @@ void EpochAssembler::close(std::optional<EpochDraft>& closing)
     Epoch& epoch = draft->epoch;
     std::sort(epoch.used.begin(), epoch.used.end());
     epoch.used.erase(std::unique(epoch.used.begin(), epoch.used.end()), epoch.used.end());
-    if (draft->hasGsa)
+    if (!draft->gsaRuns.isEmpty())
         epoch.satellitesInUse = static_cast<double>(epoch.used.size());
     else if (draft->inUseByGga)
         epoch.satellitesInUse = *draft->inUseByGga;

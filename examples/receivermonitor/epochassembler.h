@@ -31,7 +31,6 @@ struct EpochDraft
     std::optional<int> inUseByGga;
     bool hasGga = false;
     bool hasRmc = false;
-    bool hasGsa = false;
     bool inGsaRun = false;
     int gsaRun = 0;
     QHash<quint32, int> gsaRuns; // talker and system -> run in which it came last
