@@ -17,7 +17,6 @@ ViewportMaskFilter::ViewportMaskFilter(XYDataSet* filteredDataSet,
                                        QObject* parent)
     : XYDataSetFilter(filteredDataSet, parent)
     , listeners(colorBarListeners)
-    , deletedCountSeen(ColorBarDrawListener::getDeletedCount())
 {
     debugTag.ask();
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("ViewportMaskFilter"));

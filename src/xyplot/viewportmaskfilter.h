@@ -3,6 +3,7 @@
 #include "xydatasetfilter.h"
 #include "zelplot_export.h"
 #include <QVector>
+#include <optional>
 
 class ColorBarDrawListener;
 
@@ -37,5 +38,7 @@ private:
     void dropDeletedListeners();
 
     QVector<ColorBarDrawListener*>* listeners; // not owned
-    quint32 deletedCountSeen; // deletions before this are already out of the vector
+    /// Deletions before this are out of the vector; none yet, as it may hold dead ones from the
+    /// start.
+    std::optional<quint32> deletedCountSeen;
 };
