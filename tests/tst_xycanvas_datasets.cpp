@@ -1,71 +1,22 @@
-#include "dataarraytemplate.h"
+#include "canvasstage.h"
 #include "messagerecorder.h"
 #include "objectcounts.h"
-#include "xycanvas.h"
-#include "xydataset.h"
 
-#include <QImage>
-#include <QPainter>
 #include <QTest>
-#include <memory>
+#include <functional>
 
 namespace {
 
 constexpr QSize size(100, 50);
 
-/// A canvas of 100 by 50 pixels with one data set, whose runs are told apart by what they paint.
-class Runs
+struct TwoLineLook : Look
 {
-public:
-    explicit Runs(Bounds const& view = Bounds{0.0, 100.0, 0.0, 50.0})
-    {
-        canvas.setBounds(view, view, false);
-        fullRedraw();
-    }
-
-    void append(int count, double x, double y)
-    {
-        for (int i = 0; i < count; ++i)
-            dataSet->append(x + i, y);
-    }
-    void fullRedraw()
-    {
-        canvas.fullRepaint();
-        QImage image(size, QImage::Format_RGB32);
-        QPainter painter(&image);
-        canvas.drawCanvas(&painter);
-    }
-    /// True if a run over the pending points paints anything.
-    bool paints()
-    {
-        QImage image(size, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QImage const blank = image.copy();
-        QPainter painter(&image);
-        painter.setWindow(QRect(QPoint(0, size.height()), QPoint(size.width() - 1, -1)));
-        canvas.drawDataSet(&painter, dataSet.get());
-        painter.end();
-        return image != blank;
-    }
-
-    std::unique_ptr<XYDataSet> dataSet = std::make_unique<XYDataSet>(
-        new DataArrayTemplate<double>, new DataArrayTemplate<double>, QStringLiteral("data"),
-        Qt::black, SYMBOL_NONE, Qt::SolidLine, 1);
-    QList<XYDataSet*> dataSets = {dataSet.get()};
-    QList<Marker_t*> markers;
-    QList<EllipseMarker_t*> ellipses;
-    QList<CrossMarker_t*> crosses;
-    XYCanvas canvas{&dataSets, &markers, &ellipses, &crosses, false, nullptr};
-};
-
-class TwoLineLook : public Look
-{
-public:
-    TwoLineLook(XYDataSet* owner, int thickness)
-        : Look(owner, Qt::black, SYMBOL_NONE, Qt::SolidLine, thickness)
+    explicit TwoLineLook(XYDataSet* owner)
+        : Look(owner, Qt::black, SYMBOL_NONE, Qt::SolidLine, 15)
     {
         multiLineCount = 2;
     }
+    QColor getMultiLineColor(int, int line) override { return line == 1 ? Qt::blue : Qt::red; }
 };
 
 } // namespace
@@ -75,115 +26,71 @@ class tst_XYCanvasDataSets : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void cleanup() { QCOMPARE(liveObjects(), QStringList()); }
-    void narrowing_data();
-    void narrowing();
-    void endDashIsPaintedOnce();
-    void closingLineIsPaintedOnce();
-    void shrunkColumnWaitsForARedraw();
-    void laggingColumnIsNotShrunk();
+    void runs_data();
+    void runs();
 };
 
-void tst_XYCanvasDataSets::narrowing_data()
+void tst_XYCanvasDataSets::runs_data()
 {
-    QTest::addColumn<int>("points"); // at x = 0, 1, 2 and so on
-    QTest::addColumn<int>("processed");
-    QTest::addColumn<Bounds>("view");
-    QTest::addColumn<bool>("sorted");
-    QTest::addColumn<QPoint>("range");
-    Bounds const narrow{10.0, 20.0, 0.0, 50.0};
-    QTest::newRow("100 pending: all") << 100 << -1 << narrow << true << QPoint(0, 99);
-    QTest::newRow("101 pending: one beyond the edge")
-        << 101 << -1 << narrow << true << QPoint(9, 20);
-    QTest::newRow("101 pending, not sorted: all") << 101 << -1 << narrow << false << QPoint(0, 101);
-    QTest::newRow("101 pending, no view: all") << 101 << -1 << Bounds() << true << QPoint(0, 100);
-    QTest::newRow("view beyond the data")
-        << 101 << -1 << Bounds{90.5, 200.0, 0.0, 50.0} << true << QPoint(90, 100);
-    QTest::newRow("view before the data")
-        << 101 << -1 << Bounds{-9.0, -5.0, 0.0, 50.0} << true << QPoint(0, 0);
-    QTest::newRow("the rest of the view") << 200 << 14 << narrow << true << QPoint(15, 20);
-    QTest::newRow("nothing more in view") << 200 << 20 << narrow << true << QPoint(21, 20);
-    QTest::newRow("100 pending beyond the view: all")
-        << 121 << 20 << narrow << true << QPoint(21, 120);
+    QTest::addColumn<QString>("script");
+    auto const row = [](char const* name, QString const& script) { QTest::newRow(name) << script; };
+    row("100 pending: all", "points:100 view:10:20 range:0:99");
+    row("101 pending: one beyond each edge", "points:101 view:10:20 range:9:20");
+    row("101 pending, not sorted: all", "points:101 at:0:10 view:10:20 range:0:101");
+    row("view beyond the data", "points:101 view:90.5:200 range:90:100");
+    row("the rest of the view", "points:200 done:14 view:10:20 range:15:20");
+    row("nothing more in view", "points:200 done:20 view:10:20 range:21:20");
+    // The upper of two lines, at 45 + 8, is out of view and has no dash.
+    row("end dash", "two-lines at:9:9 at:nan:nan at:30:45 paint idle complete runs idle");
+    row("closing line", "points:9 paint idle connect:1 runs idle connect:0 connect:1 runs");
+    row("shrunk x", "points:9 paint <x idle <y points:20 idle view:0:99 paint at:50:20 runs");
+    row("shrunk y", "points:9 paint <y idle <x points:20 idle view:0:99 paint at:50:20 runs");
+    row("x lags behind: not shrunk", "points:9 y paint warned idle x points:2 runs");
+    // Half a thickness of 15 to each side, halves upwards: they meet between y 10 and 11.
+    row("parallel lines about the points", "two-lines at:9:10 at:90:10 blue:38 red:40");
 }
 
-void tst_XYCanvasDataSets::narrowing()
+/// A script appends points and acts on the canvas. "runs" and "idle" are drawing runs that paint
+/// something or nothing; "range:9:20" names the points that a run would take.
+void tst_XYCanvasDataSets::runs()
 {
-    QFETCH(int, points);
-    QFETCH(int, processed);
-    QFETCH(Bounds, view);
-    QFETCH(bool, sorted);
-    Runs runs(view);
-    runs.append(points, 0.0, 10.0);
-    if (!sorted)
-        runs.append(1, 0.0, 10.0);
-    runs.canvas.setLastProcessedIndex(runs.dataSet.get(), processed);
-
-    int first = 0;
-    int last = 0;
-    runs.canvas.getPointsToBeDrawn(runs.dataSet.get(), first, last);
-    QTEST(QPoint(first, last), "range");
-}
-
-void tst_XYCanvasDataSets::endDashIsPaintedOnce()
-{
-    Runs runs;
-    runs.append(1, 10.0, 10.0);
-    runs.append(1, NaN, NaN);
-    runs.append(1, 30.0, 45.0);
-    // The upper of the lines, at 45 + 10, is out of view and has no dash.
-    new TwoLineLook(runs.dataSet.get(), 20);
-    runs.fullRedraw();
-    QVERIFY(!runs.paints());
-    runs.dataSet->setComplete(true);
-    QVERIFY(runs.paints());
-    QVERIFY(!runs.paints());
-}
-
-void tst_XYCanvasDataSets::closingLineIsPaintedOnce()
-{
-    Runs runs;
-    runs.append(3, 10.0, 10.0);
-    runs.fullRedraw();
-    QVERIFY(!runs.paints());
-    runs.canvas.setConnectFirstLast(true);
-    QVERIFY(runs.paints());
-    QVERIFY(!runs.paints());
-    runs.canvas.setConnectFirstLast(false);
-    runs.canvas.setConnectFirstLast(true);
-    QVERIFY(runs.paints());
-}
-
-void tst_XYCanvasDataSets::shrunkColumnWaitsForARedraw()
-{
-    for (bool const inX : {true, false}) {
-        Runs runs;
-        runs.append(10, 10.0, 10.0);
-        runs.fullRedraw();
-        DataArray* const shrinking = inX ? runs.dataSet->xData : runs.dataSet->yData;
-        DataArray* const staying = inX ? runs.dataSet->yData : runs.dataSet->xData;
-        shrinking->leftshift(5);
-        QVERIFY(!runs.paints());
-        staying->leftshift(5);
-        runs.append(20, 20.0, 20.0);
-        QVERIFY(!runs.paints());
-        runs.fullRedraw();
-        runs.append(1, 50.0, 20.0);
-        QVERIFY(runs.paints());
-    }
-}
-
-void tst_XYCanvasDataSets::laggingColumnIsNotShrunk()
-{
+    QFETCH(QString, script);
     MessageRecorder messages;
-    Runs runs;
-    runs.append(3, 10.0, 10.0);
-    runs.dataSet->yData->append(10.0);
-    runs.fullRedraw();
-    QVERIFY(messages.tookOnly(QStringLiteral("index out of bounds")));
-    QVERIFY(!runs.paints());
-    runs.dataSet->xData->append(13.0);
-    runs.append(2, 14.0, 10.0);
-    QVERIFY(runs.paints());
+    CanvasStage stage;
+    Bounds view{0.0, 100.0, 0.0, 50.0};
+    stage.show(view);
+    XYDataSet* const dataSet = stage.add({}, {});
+    int first = 0, last = 0;
+    auto const draw = [&](QPainter* painter) { stage->drawDataSet(painter, dataSet); };
+    QHash<QString, std::function<void(double, double)>> const actions = {
+        {"at", [&](double x, double y) { dataSet->append(x, y); }},
+        {"points",
+         [&](double count, double) {
+             for (int i = 0; i < count; ++i)
+                 dataSet->append(i, 10.0);
+         }},
+        {"x", [&](double, double) { dataSet->xData->append(13.0); }},
+        {"y", [&](double, double) { dataSet->yData->append(10.0); }},
+        {"<x", [&](double, double) { dataSet->xData->leftshift(5); }},
+        {"<y", [&](double, double) { dataSet->yData->leftshift(5); }},
+        {"two-lines", [&](double, double) { new TwoLineLook(dataSet); }},
+        {"complete", [&](double, double) { dataSet->setComplete(true); }},
+        {"connect", [&](double on, double) { stage->setConnectFirstLast(on > 0.0); }},
+        {"view", [&](double a, double b) { view.minX = a, view.maxX = b, stage.show(view); }},
+        {"done", [&](double index, double) { stage->setLastProcessedIndex(dataSet, int(index)); }},
+        {"paint", [&](double, double) { stage.paint(size); }},
+        {"red", [&](double y, double) { QCOMPARE(stage.paint(size).at(50, int(y)), Qt::red); }},
+        {"blue", [&](double y, double) { QCOMPARE(stage.paint(size).at(50, int(y)), Qt::blue); }},
+        {"runs", [&](double, double) { QVERIFY(TestImage(size, 1.0, draw).countPainted() > 0); }},
+        {"idle", [&](double, double) { QCOMPARE(TestImage(size, 1.0, draw).countPainted(), 0); }},
+        {"warned", [&](double, double) { QVERIFY(messages.tookOnly("index out of bounds")); }},
+        {"range", [&](double a, double b) { QCOMPARE(QPointF(first, last), QPointF(a, b)); }},
+    };
+    for (QString const& word : script.split(' ')) {
+        QStringList const parts = word.split(':');
+        actions[parts.first()](parts.value(1).toDouble(), parts.value(2).toDouble());
+        stage->getPointsToBeDrawn(dataSet, first, last);
+    }
     QCOMPARE(messages.take(), QStringList());
 }
 
