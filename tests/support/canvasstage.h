@@ -32,7 +32,7 @@ public:
     void show(Bounds const& view) { canvas.setBounds(view, view, true); }
 
     /// What the canvas draws in a viewport of that size.
-    TestImage paint(QSize size, qreal ratio = 1.0)
+    TestImage paint(QSize size = {200, 100}, qreal ratio = 1.0)
     {
         return TestImage(size, ratio, [this](QPainter* painter) { canvas.drawCanvas(painter); });
     }

@@ -51,8 +51,11 @@ private:
     QPainter painter;
 };
 
-/// Smallest rectangle around the device pixels of that colour or, with Qt::MaskOutColor, of others.
-inline QRect extentOf(QImage const& image, QColor color, Qt::MaskMode mode = Qt::MaskInColor)
+/// Smallest rectangle around the device pixels of that colour or, if it is the ground, of all
+/// others.
+inline QRect extentOf(QImage const& image, QColor color, bool isGround = false)
 {
+    // A set bit of a mask reads as white, which in a bitmap is nothing.
+    auto const mode = isGround ? Qt::MaskInColor : Qt::MaskOutColor;
     return QRegion(QBitmap::fromImage(image.createMaskFromColor(color.rgb(), mode))).boundingRect();
 }
