@@ -130,7 +130,7 @@ void tst_XYCanvasPolicies::updatedView_data()
     row("keep, data unknown: full", {0, NaN}, view, mid, {}, keep, full);
     row("view unknown: all", same, {40, NaN}, mid, same);
     row("view as wide as the data: all", {0, 110}, {-10, 100}, mid, {0, 110});
-    row("view apart from the data: all", {60, 160}, view, mid, {60, 160});
+    row("view only touches the data: all", {60, 90}, view, mid, {60, 90});
     row("data grown at both ends: all", {-10, 110}, view, mid, {-10, 110});
     row("grown below: down to it", {-10, 100}, view, {-10, -10}, {-10, 10});
     row("grown below, newest above: widened", {-10, 100}, view, {99, 99}, {-10, 100});
