@@ -142,8 +142,7 @@ void tst_Look::grooveOfAColorBar()
     int y = 17;
     for (int const gray : {0xe0, 0xe4, 0xe9, 0xed, 0xe9, 0xe4, 0xe0})
         QCOMPARE(image.pixel(5, y++), QColor(gray, gray, gray).lighter(90).rgb());
-    QCOMPARE(image.pixelColor(5, 16), QColor(Qt::white));
-    QCOMPARE(image.pixelColor(5, 24), QColor(Qt::white));
+    QVERIFY(image.pixelColor(5, 16) == Qt::white && image.pixelColor(5, 24) == Qt::white);
 }
 
 QTEST_MAIN(tst_Look)
