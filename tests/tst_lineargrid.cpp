@@ -2,7 +2,6 @@
 #include "lineargrid.h"
 #include "testimage.h"
 #include "xyscale.h"
-#include "zelplotglobals.h"
 
 #include <QSignalSpy>
 
