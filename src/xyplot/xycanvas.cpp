@@ -1,5 +1,6 @@
 #include "xycanvas.h"
 
+#include "boundsarithmetic.h"
 #include "debugtag.h"
 #include "memleaktracer.h"
 #include "pointlocator.h"
@@ -169,26 +170,13 @@ Bounds XYCanvas::calculateLastDataPointsBounds()
 Bounds XYCanvas::extendWithCustomDataBounds(Bounds const& bounds) const
 {
     Bounds extended = bounds;
-    auto const include = [&extended](Bounds::Direction direction, double value) {
-        if (value != value)
-            return;
-        if (extended.isDetermined(direction)) {
-            extended.set(direction, Bounds::Lower,
-                         qMin(extended.get(direction, Bounds::Lower), value));
-            extended.set(direction, Bounds::Upper,
-                         qMax(extended.get(direction, Bounds::Upper), value));
-        } else {
-            extended.set(direction, Bounds::Lower, value);
-            extended.set(direction, Bounds::Upper, value);
-        }
-    };
     for (QVector<double> const* const values : customVerticalDataBounds) {
         for (double const value : *values)
-            include(Bounds::Vertical, value);
+            includeValue(Bounds::Vertical, extended, value);
     }
     for (QVector<double> const* const values : customHorizontalDataBounds) {
         for (double const value : *values)
-            include(Bounds::Horizontal, value);
+            includeValue(Bounds::Horizontal, extended, value);
     }
     return extended;
 }

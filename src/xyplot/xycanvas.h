@@ -16,7 +16,10 @@
 #include <QVector>
 #include <memory>
 
+class QAbstractButton;
 class QMouseEvent;
+class QRubberBand;
+class QScrollBar;
 class VerticalEnvelope;
 class XYDataSet;
 struct TraceSettings;
@@ -198,6 +201,49 @@ public:
     double getVerticalZoomLimit() const { return verticalZoomLimit; }
     void setHorizontalZoomLimit(double limit);
     void setVerticalZoomLimit(double limit);
+
+    // Moving the view. It stays within the data bounds and keeps to the zoom limits. With
+    // emitSignals false the signals stay owed, so that both directions can be told as one change.
+
+    /// Halves the extent, about the centre or, while following, from the end that follows.
+    void zoomIn(Bounds::Direction direction, bool emitSignals);
+    /// Doubles the extent about the centre.
+    void zoomOut(Bounds::Direction direction, bool emitSignals);
+    void zoomFull(Bounds::Direction direction, bool emitSignals);
+    /// Shows @p min to @p max as far as there is data; wholly outside the data the view becomes
+    /// NaN, as it does if either is NaN.
+    void zoomTo(Bounds::Direction direction, double min, double max, bool emitSignals);
+    void zoomTo(Bounds const& bounds);
+    void zoomToHorizontal(double min, double max);
+    void zoomToVertical(double min, double max);
+    /// Moves the view by @p delta data units, unless it shows all data.
+    void dragViewBounds(Bounds::Direction direction, double delta, bool emitSignals);
+    void dragViewBounds(double dx, double dy);
+
+    // Buttons and scroll bars stay the caller's; either side may go first.
+
+    void connectAsZoomInHorizontalButton(QAbstractButton* button);
+    void connectAsZoomInVerticalButton(QAbstractButton* button);
+    void connectAsZoomOutHorizontalButton(QAbstractButton* button);
+    void connectAsZoomOutVerticalButton(QAbstractButton* button);
+    void connectAsZoomFullHorizontalButton(QAbstractButton* button);
+    void connectAsZoomFullVerticalButton(QAbstractButton* button);
+    void connectAsZoomFullBothButton(QAbstractButton* button);
+    /// To be called once for each direction; a second call is reported and takes the new bar.
+    void setHorizontalScrollBar(QScrollBar* bar);
+    void setVerticalScrollBar(QScrollBar* bar);
+    QScrollBar* getScrollBar(Bounds::Direction direction);
+    QScrollBar* getHorizontalScrollBar();
+    QScrollBar* getVerticalScrollBar();
+    /// Shows in a scroll bar where the view lies in the data.
+    void setScrollBarState(Bounds::Direction direction);
+    void setScrollBarStates();
+    /// Moves the view to where a scroll bar stands.
+    void reflectScrollBarState(Bounds::Direction direction);
+
+    /// Decimals that are worth showing of a coordinate in a view of that extent: 0 to 3.
+    int getDecimalPlaces(double extent);
+
     void determineZoomButtonsEnablement(Bounds::Direction direction, bool& zoomIn, bool& zoomOut,
                                         bool& zoomFull);
     void configureZoomButtonsEnablement();
@@ -315,8 +361,26 @@ public Q_SLOTS:
     void enableSendingMouseCoords(bool val);
     void enableSendingTextualMouseCoords(bool val);
 
+    void zoomInBoth();
+    void zoomInHorizontal();
+    void zoomInVertical();
+    void zoomOutBoth();
+    void zoomOutHorizontal();
+    void zoomOutVertical();
+    void zoomFull();
+    void zoomFullHorizontal();
+    void zoomFullVertical();
+
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+private Q_SLOTS:
+    void reflectScrollBarState();
 
 private:
     /// One value for each end of each direction.
@@ -340,6 +404,13 @@ private:
     };
 
     void followChangedLimits();
+    void connectZoomButton(QAbstractButton* button, char const* slot, char const* enabled);
+    void takeScrollBar(Bounds::Direction direction);
+    void followFrom(Bounds::Direction direction, Bounds::End end, Bounds& view);
+    void reportMousePosition(QPointF world);
+    void dragTo(QPoint position);
+    void zoomToRubberBand();
+    void dropRubberBand();
     void growAndShrink(Bounds::Direction direction, Bounds const& widened, Bounds& bounds);
 
     bool isFullRedrawDue(QPainter const* painter) const;
@@ -374,6 +445,10 @@ private:
     bool needsFullRedraw = true;
     std::unique_ptr<QPixmap> backgroundPixmap;
     bool suppressBackwardLines;
+    QPoint rubberBandOrigin;
+    QPointer<QRubberBand> rubberBand; // while a zoom rectangle is being dragged
+    bool mouseHasMoved = false; // since the last zoom by rubber band
+    QPoint dragLastPosition;
     bool connectFirstLast = false;
     bool sendMouseCoords = false;
     bool sendTextualMouseCoords = true;
@@ -397,6 +472,9 @@ private:
     bool policyCausedViewBoundsChange = false;
     ViewBoundsUpdatePolicy horizontalViewBoundsUpdatePolicy = PolicyFollow;
     ViewBoundsUpdatePolicy verticalViewBoundsUpdatePolicy = PolicyFull;
+    QPointer<QScrollBar> horizontalScrollBar;
+    QPointer<QScrollBar> verticalScrollBar;
+    bool scrollBarUpdateInProgress = false; // the canvas writes to a scroll bar
     double horizontalZoomLimit = 0.0;
     double verticalZoomLimit = 0.0;
 

@@ -1,5 +1,7 @@
 #include "xycanvas.h"
 
+#include "boundsarithmetic.h"
+
 #include <QScopedValueRollback>
 #include <algorithm>
 #include <cmath>
@@ -20,49 +22,6 @@ constexpr double shrunkBuffer = 0.25;
 
 /// An edge one whole buffer ahead of the data is not behind by rounding: slack per extent.
 constexpr double shrinkSlack = 1e-9;
-
-/// Unequal for NaN as well, so that bounds that are not determined always count as changed.
-bool differ(Bounds const& a, Bounds const& b)
-{
-    return a.minX != b.minX || a.maxX != b.maxX || a.minY != b.minY || a.maxY != b.maxY;
-}
-
-bool differ(Bounds const& a, Bounds const& b, Bounds::Direction direction)
-{
-    return a.get(direction, Bounds::Lower) != b.get(direction, Bounds::Lower)
-        || a.get(direction, Bounds::Upper) != b.get(direction, Bounds::Upper);
-}
-
-void copyDirection(Bounds::Direction direction, Bounds const& from, Bounds& to)
-{
-    to.set(direction, Bounds::Lower, from.get(direction, Bounds::Lower));
-    to.set(direction, Bounds::Upper, from.get(direction, Bounds::Upper));
-}
-
-void shift(Bounds::Direction direction, Bounds& bounds, double distance)
-{
-    bounds.set(direction, Bounds::Lower, bounds.get(direction, Bounds::Lower) + distance);
-    bounds.set(direction, Bounds::Upper, bounds.get(direction, Bounds::Upper) + distance);
-}
-
-/// Moves a view that stands out of the data back inside, and cuts it where it is larger.
-void pushInside(Bounds::Direction direction, Bounds const& data, Bounds& view)
-{
-    if (!view.isDetermined(direction) || !data.isDetermined(direction))
-        return;
-    double const over = view.get(direction, Bounds::Upper) - data.get(direction, Bounds::Upper);
-    if (over > 0.0) {
-        view.set(direction, Bounds::Upper, data.get(direction, Bounds::Upper));
-        view.set(direction, Bounds::Lower, view.get(direction, Bounds::Lower) - over);
-    }
-    double const under = data.get(direction, Bounds::Lower) - view.get(direction, Bounds::Lower);
-    if (under > 0.0) {
-        view.set(direction, Bounds::Lower, data.get(direction, Bounds::Lower));
-        view.set(
-            direction, Bounds::Upper,
-            qMin(view.get(direction, Bounds::Upper) + under, data.get(direction, Bounds::Upper)));
-    }
-}
 
 } // namespace
 

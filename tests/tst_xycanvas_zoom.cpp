@@ -1,0 +1,236 @@
+#include "canvasstage.h"
+#include "librarytest.h"
+
+#include <QPushButton>
+#include <QRubberBand>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+/// A canvas of 200 by 100 pixels whose data reaches from 0 to 100 both ways.
+class tst_XYCanvasZoom : public LibraryTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void stepsOfZoom();
+    void zoomToStaysInTheData();
+    void dragFollowsOnlyAtTheNewestData();
+    void bothDirectionsAreOneChange();
+    void buttonsActOnPressAndFollowTheView();
+    void scrollBarMovesTheViewAndFollowsIt();
+    void rubberBandZooms();
+    void handDragsTheContent();
+    void wheelKeepsThePointUnderTheMouse();
+
+private:
+    static constexpr auto x = Bounds::Horizontal;
+
+    void makeObjects() override
+    {
+        stage.reset(new CanvasStage);
+        canvas = &*stage->operator->();
+        canvas->resize(200, 100);
+        show(0, 100, XYCanvas::PolicyFull);
+        stage->paint();
+    }
+    void deleteObjects() override { stage.reset(); }
+
+    void show(double lower, double upper, XYCanvas::ViewBoundsUpdatePolicy policy)
+    {
+        canvas->setHorizontalViewBoundsUpdatePolicy(policy, false);
+        canvas->setBounds({0, 100, 0, 100}, {lower, upper, 0, 100}, true);
+    }
+    /// View and policy in x.
+    QString state() const
+    {
+        Bounds const view = canvas->getViewBounds();
+        return QString("%1..%2 %3")
+            .arg(view.minX)
+            .arg(view.maxX)
+            .arg(canvas->getViewBoundsUpdatePolicy(x));
+    }
+    void mouse(QEvent::Type type, QPoint at, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QMouseEvent event(type, at, at, button, button, Qt::NoModifier);
+        QCoreApplication::sendEvent(canvas, &event);
+    }
+    void drag(QPoint from, QPoint to)
+    {
+        mouse(QEvent::MouseButtonPress, from);
+        mouse(QEvent::MouseMove, to, Qt::NoButton);
+        mouse(QEvent::MouseButtonRelease, to);
+    }
+    void wheel(QPoint at, int delta)
+    {
+        QWheelEvent event(at, at, {}, {0, delta}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(canvas, &event);
+        QVERIFY(event.isAccepted());
+    }
+
+    QScopedPointer<CanvasStage> stage;
+    XYCanvas* canvas = nullptr;
+};
+
+void tst_XYCanvasZoom::stepsOfZoom()
+{
+    canvas->zoomInHorizontal();
+    QCOMPARE(state(), "25..75 1"); // a full view is kept from now on
+    show(60, 100, XYCanvas::PolicyFollow);
+    canvas->zoomInHorizontal();
+    QCOMPARE(state(), "80..100 2"); // the end that follows stays
+    show(60, 90, XYCanvas::PolicyFollow);
+    canvas->zoomInHorizontal();
+    QCOMPARE(state(), "67.5..82.5 2");
+    canvas->setHorizontalZoomLimit(20);
+    show(30, 60, XYCanvas::PolicyKeep);
+    canvas->zoomInHorizontal();
+    QCOMPARE(state(), "35..55 1"); // no further than the limit
+    canvas->zoomOutHorizontal();
+    QCOMPARE(state(), "25..65 1");
+    show(70, 90, XYCanvas::PolicyKeep);
+    canvas->zoomOutHorizontal();
+    QCOMPARE(state(), "60..100 1");
+    show(80, 95, XYCanvas::PolicyKeep);
+    canvas->zoomOutHorizontal();
+    QCOMPARE(state(), "70..100 1"); // slides down rather than cuts
+    show(30, 90, XYCanvas::PolicyKeep);
+    canvas->zoomOutHorizontal();
+    QCOMPARE(state(), "0..100 3"); // all there is
+    show(30, 90, XYCanvas::PolicyNone);
+    canvas->zoomFull();
+    QCOMPARE(state(), "0..100 3");
+}
+
+void tst_XYCanvasZoom::zoomToStaysInTheData()
+{
+    canvas->setHorizontalZoomLimit(10);
+    canvas->zoomToHorizontal(90, 120);
+    QCOMPARE(state(), "90..100 1");
+    canvas->zoomToHorizontal(50, 52);
+    QCOMPARE(state(), "46..56 1");
+    canvas->zoomToHorizontal(200, 300);
+    QCOMPARE(state(), "nan..nan 1");
+    canvas->zoomToHorizontal(10, NaN);
+    QCOMPARE(state(), "nan..nan 1");
+    show(20, 40, XYCanvas::PolicyNone);
+    canvas->zoomToHorizontal(50, 80);
+    QCOMPARE(state(), "20..40 0");
+}
+
+void tst_XYCanvasZoom::dragFollowsOnlyAtTheNewestData()
+{
+    canvas->dragViewBounds(x, 10, true);
+    QCOMPARE(state(), "0..100 3"); // a full view does not drag
+    show(20, 40, XYCanvas::PolicyKeep);
+    canvas->dragViewBounds(x, 500, true);
+    QCOMPARE(state(), "80..100 2");
+    canvas->dragViewBounds(x, -500, true);
+    QCOMPARE(state(), "0..20 1");
+}
+
+void tst_XYCanvasZoom::bothDirectionsAreOneChange()
+{
+    SignalLog log(canvas);
+    canvas->zoomInBoth();
+    QCOMPARE(log.takeBounds(), QStringList({"x policy", "y policy", "view"}));
+    canvas->zoomTo({10, 20, 30, 40});
+    QCOMPARE(log.takeBounds(), QStringList({"view"}));
+    QCOMPARE(canvas->getViewBounds().maxY, 40.0);
+    canvas->zoomOutBoth();
+    canvas->dragViewBounds(1, 1);
+    QCOMPARE(log.takeBounds(), QStringList({"view", "view"}));
+}
+
+void tst_XYCanvasZoom::buttonsActOnPressAndFollowTheView()
+{
+    QPushButton in;
+    QPushButton full;
+    canvas->connectAsZoomInHorizontalButton(&in);
+    canvas->connectAsZoomFullBothButton(&full);
+    canvas->setHorizontalZoomLimit(50);
+    in.pressed();
+    QCOMPARE(state(), "25..75 1");
+    QVERIFY(!in.isEnabled()); // at the limit
+    QVERIFY(full.isEnabled());
+    full.pressed();
+    QCOMPARE(state(), "0..100 3");
+    QVERIFY(in.isEnabled());
+    QVERIFY(!full.isEnabled());
+}
+
+void tst_XYCanvasZoom::scrollBarMovesTheViewAndFollowsIt()
+{
+    stage->add({0, 90}, {1, 1});
+    QScrollBar bar;
+    canvas->setHorizontalScrollBar(&bar);
+    QVERIFY(!bar.isEnabled());
+    QCOMPARE(bar.maximum(), 0);
+    show(50, 75, XYCanvas::PolicyKeep);
+    QCOMPARE(QList<int>({bar.maximum(), bar.value(), bar.pageStep(), bar.singleStep()}),
+             QList<int>({750000000, 500000000, 250000000, 10000000}));
+    QCOMPARE(state(), "50..75 1"); // what the canvas wrote did not come back
+    bar.setValue(250000000);
+    QCOMPARE(state(), "25..50 1");
+    bar.setValue(bar.maximum());
+    QCOMPARE(state(), "75..100 2");
+    bar.setValue(0);
+    QCOMPARE(state(), "0..25 2"); // following ends between the ends only
+    bar.setValue(10000000);
+    QCOMPARE(state(), "1..26 1");
+    QScrollBar second;
+    canvas->setHorizontalScrollBar(&second);
+    QVERIFY(messages->tookOnly("Only set horizontal scroll bar once"));
+    bar.setValue(0);
+    QCOMPARE(state(), "1..26 1");
+}
+
+void tst_XYCanvasZoom::rubberBandZooms()
+{
+    drag({50, 25}, {150, 75});
+    Bounds const view = canvas->getViewBounds();
+    QCOMPARE(state(), "25..75 1");
+    QCOMPARE(view.minY, 25.0);
+    QCOMPARE(view.maxY, 75.0);
+    QVERIFY(canvas->findChildren<QRubberBand*>().isEmpty());
+
+    mouse(QEvent::MouseButtonPress, {20, 20});
+    mouse(QEvent::MouseMove, {90, 90}, Qt::NoButton);
+    mouse(QEvent::MouseButtonPress, {90, 90}, Qt::RightButton);
+    QVERIFY(canvas->findChildren<QRubberBand*>().isEmpty());
+    mouse(QEvent::MouseButtonRelease, {90, 90});
+    QCOMPARE(state(), "25..75 1"); // cancelled
+}
+
+void tst_XYCanvasZoom::handDragsTheContent()
+{
+    canvas->changeCursor(Qt::OpenHandCursor);
+    show(40, 60, XYCanvas::PolicyKeep);
+    drag({100, 50}, {50, 50});
+    QCOMPARE(state(), "45..65 1");
+    QCOMPARE(canvas->cursor().shape(), Qt::OpenHandCursor);
+    drag({0, 50}, {-32000, 50});
+    QCOMPARE(state(), "80..100 2");
+}
+
+void tst_XYCanvasZoom::wheelKeepsThePointUnderTheMouse()
+{
+    wheel({50, 50}, 60);
+    QCOMPARE(state(), "0..100 3"); // half a notch
+    wheel({50, 50}, 120);
+    QCOMPARE(state(), "12.5..62.5 1");
+    wheel({50, 50}, -120);
+    QCOMPARE(state(), "0..100 3");
+    canvas->setHorizontalZoomLimit(1);
+    wheel({50, 50}, 2147483520);
+    QCOMPARE(canvas->getViewBounds().size(x), 1.0);
+
+    CanvasStage unpainted;
+    unpainted.show({0, 100, 0, 100});
+    QWheelEvent event({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                      false);
+    QCoreApplication::sendEvent(&*unpainted.operator->(), &event);
+    QCOMPARE(unpainted->getViewBounds().size(x), 100.0);
+}
+
+QTEST_MAIN(tst_XYCanvasZoom)
+#include "tst_xycanvas_zoom.moc"
