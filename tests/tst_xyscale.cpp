@@ -36,7 +36,23 @@ struct TestScale : XYScale
         return form == Left ? count({0, 0, 50, 300}) : count({0, form == Below ? 10 : 0, 300, 50});
     }
 
+    /// Whether taking over these labels, 40 pixels apart, asks for a paint.
+    bool repaints(double first, QStringList texts)
+    {
+        painted = false;
+        drawScale(40.0, first, 5, &texts);
+        QEvent request(QEvent::UpdateRequest); // paints at once what update() has asked for
+        QCoreApplication::sendEvent(this, &request);
+        return painted;
+    }
+    void paintEvent(QPaintEvent* event) override
+    {
+        painted = true;
+        XYScale::paintEvent(event);
+    }
+
     Form const form;
+    bool painted = false;
 };
 } // namespace
 
@@ -47,6 +63,7 @@ private Q_SLOTS:
     void ticks();
     void labelAtAnEnd();
     void hiddenIntervals();
+    void repaintsOnChange();
     void fixedLabels();
 };
 
@@ -96,6 +113,19 @@ void tst_XYScale::hiddenIntervals()
     scale.setLabelType(eCANVAS_LABELS);
     scale.clearIntervalsToHideScale();
     QCOMPARE(scale.countText(), 0);
+}
+
+void tst_XYScale::repaintsOnChange()
+{
+    TestScale scale(Below);
+    scale.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&scale));
+    QVERIFY(scale.repaints(0.0, {"0"}));
+    QVERIFY(!scale.repaints(0.0, {"0"}));
+    QVERIFY(scale.repaints(0.0, {"2"}));
+    QVERIFY(scale.repaints(-1.0, {"2"}));
+    QVERIFY(scale.repaints(-1.0, {}));
+    QVERIFY(!scale.repaints(-1.0, {}));
 }
 
 void tst_XYScale::fixedLabels()
