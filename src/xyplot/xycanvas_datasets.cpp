@@ -9,6 +9,7 @@
 #include "xydataset.h"
 
 #include <QPainter>
+#include <limits>
 
 namespace {
 
@@ -102,8 +103,7 @@ void XYCanvas::drawClosingLine(QPainter* painter, XYDataSet* dataSet)
 void XYCanvas::getPointsToBeDrawn(XYDataSet* dataSet, int& first, int& last)
 {
     DataArray const& x = *dataSet->xData;
-    int const pending = getLastProcessedIndex(dataSet) + 1;
-    first = pending;
+    first = qMin(getLastProcessedIndex(dataSet), std::numeric_limits<int>::max() - 1) + 1;
     last = dataSet->yData->dataSize() - 1;
     bool const many = qint64(last) - first + 1 > pendingWorthNarrowing;
     if (!many || !x.isNondecreasing() || !viewBounds.isDetermined(Bounds::Horizontal))
