@@ -55,8 +55,7 @@ void tst_XYCanvasMarkers::extent_data()
     add("other axis unknown", lines, line(eHORIZONTAL, 30), {30, 0, 1, 100}, {0, 200, NaN, 100});
     add("own axis unknown", lines, line(eVERTICAL, 30), {}, {0, 200, NaN, 100});
     add("own axis without extent", lines, line(eVERTICAL, 5), {}, {0, 200, 5, 5});
-    add("halves grow, arms are cut", crosses, {50.5, 30.5, 5.9, Qt::red},
-        {46, 64, 11, 11});
+    add("halves grow, arms are cut", crosses, {50.5, 30.5, 5.9, Qt::red}, {46, 64, 11, 11});
     add("outside: an arm reaches in", crosses, {-3, 30, 5, Qt::red}, {0, 70, 3, 1});
     add("cross at no number", crosses, {50, NaN, 5, Qt::red}, {});
     add("cross, view without extent", crosses, {50, 30, 5, Qt::red}, {}, {0, 200, 30, 30});

@@ -51,8 +51,7 @@ private:
     QPainter painter;
 };
 
-/// Smallest rectangle around the device pixels of that colour or, if it is the ground, of all
-/// others.
+/// Smallest rectangle around the device pixels of that colour or, if it is the ground, of others.
 inline QRect extentOf(QImage const& image, QColor color, bool isGround = false)
 {
     // A set bit of a mask reads as white, which in a bitmap is nothing.
