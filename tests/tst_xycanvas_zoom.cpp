@@ -73,32 +73,22 @@ private:
 
 void tst_XYCanvasZoom::stepsOfZoom()
 {
-    canvas->zoomInHorizontal();
-    QCOMPARE(state(), "25..75 1"); // a full view is kept from now on
-    show(60, 100, XYCanvas::PolicyFollow);
-    canvas->zoomInHorizontal();
-    QCOMPARE(state(), "80..100 2"); // the end that follows stays
-    show(60, 90, XYCanvas::PolicyFollow);
-    canvas->zoomInHorizontal();
-    QCOMPARE(state(), "67.5..82.5 2");
+    using C = XYCanvas;
+    auto const after = [this](char const* step, double lower, double upper, auto policy) {
+        show(lower, upper, policy);
+        QMetaObject::invokeMethod(canvas, step);
+        return state();
+    };
+    QCOMPARE(after("zoomInHorizontal", 0, 100, C::PolicyFull), "25..75 1"); // kept from now on
+    QCOMPARE(after("zoomInHorizontal", 60, 100, C::PolicyFollow), "80..100 2"); // that end stays
+    QCOMPARE(after("zoomInHorizontal", 60, 90, C::PolicyFollow), "67.5..82.5 2");
     canvas->setHorizontalZoomLimit(20);
-    show(30, 60, XYCanvas::PolicyKeep);
-    canvas->zoomInHorizontal();
-    QCOMPARE(state(), "35..55 1"); // no further than the limit
-    canvas->zoomOutHorizontal();
-    QCOMPARE(state(), "25..65 1");
-    show(70, 90, XYCanvas::PolicyKeep);
-    canvas->zoomOutHorizontal();
-    QCOMPARE(state(), "60..100 1");
-    show(80, 95, XYCanvas::PolicyKeep);
-    canvas->zoomOutHorizontal();
-    QCOMPARE(state(), "70..100 1"); // slides down rather than cuts
-    show(30, 90, XYCanvas::PolicyKeep);
-    canvas->zoomOutHorizontal();
-    QCOMPARE(state(), "0..100 3"); // all there is
-    show(30, 90, XYCanvas::PolicyNone);
-    canvas->zoomFull();
-    QCOMPARE(state(), "0..100 3");
+    QCOMPARE(after("zoomInHorizontal", 30, 60, C::PolicyKeep), "35..55 1"); // to the limit
+    QCOMPARE(after("zoomOutHorizontal", 35, 55, C::PolicyKeep), "25..65 1");
+    QCOMPARE(after("zoomOutHorizontal", 70, 90, C::PolicyKeep), "60..100 1");
+    QCOMPARE(after("zoomOutHorizontal", 80, 95, C::PolicyKeep), "70..100 1"); // slides, no cut
+    QCOMPARE(after("zoomOutHorizontal", 30, 90, C::PolicyKeep), "0..100 3"); // all there is
+    QCOMPARE(after("zoomFull", 30, 90, C::PolicyNone), "0..100 3");
 }
 
 void tst_XYCanvasZoom::zoomToStaysInTheData()
