@@ -48,12 +48,12 @@ private:
             .arg(view.maxX)
             .arg(canvas->getViewBoundsUpdatePolicy(x));
     }
-    void mouse(QEvent::Type type, QPoint at, Qt::MouseButton button = Qt::LeftButton)
+    void mouse(QEvent::Type type, QPointF at, Qt::MouseButton button = Qt::LeftButton)
     {
         QMouseEvent event(type, at, at, button, button, Qt::NoModifier);
         QCoreApplication::sendEvent(canvas, &event);
     }
-    void drag(QPoint from, QPoint to)
+    void drag(QPointF from, QPointF to)
     {
         mouse(QEvent::MouseButtonPress, from);
         mouse(QEvent::MouseMove, to, Qt::NoButton);
@@ -198,7 +198,9 @@ void tst_XYCanvasZoom::handDragsTheContent()
     drag({100, 50}, {50, 50});
     QCOMPARE(state(), "45..65 1");
     QCOMPARE(canvas->cursor().shape(), Qt::OpenHandCursor);
-    drag({0, 50}, {-32000, 50});
+    drag({0, 50}, {-0.5, 50});
+    QCOMPARE(state(), "45..65 1"); // half a pixel rounds upwards
+    drag({1e300, 50}, {-1e300, 50});
     QCOMPARE(state(), "80..100 2");
 }
 

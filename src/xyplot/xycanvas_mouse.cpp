@@ -1,5 +1,7 @@
 #include "xycanvas.h"
 
+#include "rounding.h"
+
 #include <QMouseEvent>
 #include <QRubberBand>
 #include <QWheelEvent>
@@ -15,11 +17,17 @@ constexpr int wheelDegreesPerNotch = 15;
 /// So many halvings use up the range of a double, whatever a driver may report.
 constexpr int mostNotches = 1100;
 
+/// Pixel of the mouse, which a device finer than the screen may place between two.
+QPoint pixelOf(QMouseEvent const& event)
+{
+    return {roundToPixel(event.position().x()), roundToPixel(event.position().y())};
+}
+
 } // namespace
 
 void XYCanvas::mousePressEvent(QMouseEvent* event)
 {
-    QPoint const position = event->position().toPoint();
+    QPoint const position = pixelOf(*event);
     if (event->button() != Qt::LeftButton) {
         dropRubberBand();
     } else if (cursor().shape() == Qt::OpenHandCursor) {
@@ -35,7 +43,7 @@ void XYCanvas::mousePressEvent(QMouseEvent* event)
 
 void XYCanvas::mouseMoveEvent(QMouseEvent* event)
 {
-    QPoint const position = event->position().toPoint();
+    QPoint const position = pixelOf(*event);
     double const xExtent = viewBounds.size(Bounds::Horizontal);
     double const yExtent = viewBounds.size(Bounds::Vertical);
     double const height = viewportRect.height();
