@@ -122,12 +122,12 @@ void XYCanvas::reportMousePosition(QPointF world)
 /// Moves the content along with the hand.
 void XYCanvas::dragTo(QPoint position)
 {
+    QPoint const moved = position - dragLastPosition;
+    dragLastPosition = position;
     if (viewportRect.isEmpty())
         return;
-    QPoint const moved = position - dragLastPosition;
     dragViewBounds(-(viewBounds.size(Bounds::Horizontal) / viewportRect.width()) * moved.x(),
                    (viewBounds.size(Bounds::Vertical) / viewportRect.height()) * moved.y());
-    dragLastPosition = position;
 }
 
 void XYCanvas::zoomToRubberBand()
