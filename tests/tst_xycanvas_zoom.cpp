@@ -141,6 +141,7 @@ void tst_XYCanvasZoom::buttonsActOnPressAndFollowTheView()
     QPushButton full;
     canvas->connectAsZoomInHorizontalButton(&in);
     canvas->connectAsZoomFullBothButton(&full);
+    canvas->connectAsZoomOutVerticalButton(nullptr); // not a word
     canvas->setHorizontalZoomLimit(50);
     in.pressed();
     QCOMPARE(state(), "25..75 1");
