@@ -14,8 +14,8 @@ namespace {
 constexpr int wheelUnitsPerDegree = 8;
 constexpr int wheelDegreesPerNotch = 15;
 
-/// So many halvings use up the range of a double, whatever a driver may report.
-constexpr int mostNotches = 1100;
+/// So many halvings lead from the largest double to the smallest, whatever a driver may report.
+constexpr int mostNotches = 2100;
 
 /// Pixel of the mouse, which a device finer than the screen may place between two.
 QPoint pixelOf(QMouseEvent const& event)
