@@ -41,7 +41,7 @@ void XYCanvas::setVerticalZoomLimit(double limit)
     verticalZoomLimit = limit;
 }
 
-/// What controls the view follows here: whatever shows how far the view can still move.
+/// Tells buttons and scroll bars how far the view can still move.
 void XYCanvas::followChangedLimits()
 {
     configureZoomButtonsEnablement();
