@@ -341,7 +341,7 @@ public:
 Q_SIGNALS:
     /// Place of the mouse, in the form of the axes' labels.
     void mouseMoved(QString xLabel, QString yLabel);
-    /// The same in data units; not a number while the view is not determined.
+    /// The same in data units; not finite before the first paint or while the view is unknown.
     void mouseCoords(double x, double y);
     /// Kept for applications that connect to it; never emitted.
     void mouseOverData(XYDataSet* dataSet, int index, double distance, QMouseEvent* event);
