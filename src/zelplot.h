@@ -5,8 +5,10 @@
  */
 
 #include "abstractdataarraytemplate.h"
+#include "bitdataarray.h"
 #include "bounds.h"
 #include "colorbardrawlistener.h"
+#include "compresseddataarraytemplate.h"
 #include "correlationplotwidget.h"
 #include "dataarray.h"
 #include "dataarraytemplate.h"
@@ -20,6 +22,7 @@
 #include "spectrumplotwidget.h"
 #include "timeplotwidget.h"
 #include "toolbarplotwidget.h"
+#include "valuebasedlook.h"
 #include "verticallabel.h"
 #include "verticalscrollbar.h"
 #include "viewportmap.h"
