@@ -127,6 +127,8 @@ void XYDataSet::setLook(Look* newLook)
         delete formerLook;
     if (newLook)
         connect(newLook, &Look::lastAppearanceChanged, this, &XYDataSet::lastAppearanceChanged);
+    if (formerLook != newLook)
+        Q_EMIT lookChanged();
 }
 
 void XYDataSet::unsetLook(Look* formerLook)

@@ -78,6 +78,8 @@ Q_SIGNALS:
     /// The first valid y value has come.
     void yDataNoLongerEmpty();
     void lastAppearanceChanged();
+    /// getLook() is another one, which may still be under construction.
+    void lookChanged();
 
 private Q_SLOTS:
     void leftShiftLook(int places2shift);

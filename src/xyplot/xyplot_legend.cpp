@@ -1,0 +1,93 @@
+#include "look.h"
+#include "xydataset.h"
+#include "xylegend.h"
+#include "xyplot.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+
+XYLegend* XYPlot::getLegend() const
+{
+    return legend;
+}
+
+void XYPlot::addLegend(bool checkable, E_LEGEND_POSITION position, QMenu* menu)
+{
+    if (legend) {
+        legend->update();
+    } else {
+        legend = new XYLegend(dataSets.get(), checkable, position, menu, minimumSize().height(),
+                              nullptr);
+        if (hasVisibleColorBar())
+            legend->setTitle(tr("Datasets"));
+        placeLegend(position);
+        connect(legend, &XYLegend::dataSetVisibilityChanged, this,
+                &XYPlot::redrawCanvasWithoutInterruption);
+        setLegendVisible(legendVisible);
+    }
+    connectLegend();
+}
+
+bool XYPlot::hasVisibleColorBar() const
+{
+    return std::any_of(dataSets->cbegin(), dataSets->cend(), [](XYDataSet* dataSet) {
+        return dataSet->visible && dataSet->getLook()->isColorBar();
+    });
+}
+
+void XYPlot::placeLegend(E_LEGEND_POSITION position)
+{
+    legendPosition = position;
+    if (parentLayoutForLegend)
+        parentLayoutForLegend->addWidget(legend);
+    else if (position == eLEGEND_RIGHT)
+        rowLayout->addWidget(legend);
+    else if (position == eLEGEND_BOTTOM)
+        mainLayout->addWidget(legend);
+}
+
+/// So that each data set is connected exactly once.
+void XYPlot::connectLegend()
+{
+    for (XYDataSet const* const dataSet : qAsConst(*dataSets)) {
+        for (auto const signal :
+             {&XYDataSet::lastAppearanceChanged, &XYDataSet::yDataNoLongerEmpty}) {
+            disconnect(dataSet, signal, legend, &XYLegend::updateLater);
+            connect(dataSet, signal, legend, &XYLegend::updateLater);
+        }
+    }
+}
+
+void XYPlot::removeLegend()
+{
+    if (!legend)
+        return;
+    disconnect(legend, &XYLegend::dataSetVisibilityChanged, this,
+               &XYPlot::redrawCanvasWithoutInterruption);
+    if (legendPosition == eLEGEND_RIGHT)
+        rowLayout->removeWidget(legend);
+    else if (legendPosition == eLEGEND_BOTTOM)
+        mainLayout->removeWidget(legend);
+    if (legend->isSignalUnderWay()) {
+        // Called from a slot of its own check box, which outlives its signal.
+        legend->hide();
+        legend->deleteLater();
+        legend = nullptr;
+        return;
+    }
+    delete legend;
+}
+
+void XYPlot::setParentLayoutForLegend(QLayout* layout)
+{
+    parentLayoutForLegend = layout;
+}
+
+void XYPlot::setLegendVisible(bool flag)
+{
+    legendVisible = flag;
+    // A legend without a place would come up as a window of its own.
+    if (legend && (!flag || legend->parentWidget()))
+        legend->setVisible(flag);
+}
