@@ -20,7 +20,8 @@ constexpr double furthestDopplerHz = 10000.0; // noise leads a loop without a si
 constexpr int earlyLateSteps = Correlator::lagsPerChip / 2;
 constexpr double earlyLateChips = double(earlyLateSteps) / Correlator::lagsPerChip;
 
-constexpr double averagedPrompts = 500.0;
+constexpr double averagedPrompts = 500.0; // of a millisecond each
+constexpr double leastAmplitude = 1e-3; // of some 6 dB-Hz, below all that can be followed
 
 } // namespace
 
@@ -42,7 +43,8 @@ void SignalTracker::track(Samples const& samples)
         correctCarrier(prompt);
         averagePrompt(prompt);
     }
-    correctCode(milliseconds);
+    if (milliseconds > 0)
+        correctCode(milliseconds);
 }
 
 void SignalTracker::correctCarrier(Complex prompt)
@@ -62,10 +64,11 @@ void SignalTracker::correctCode(std::size_t milliseconds)
     double const early = std::abs(curve[Correlator::furthestLag - earlyLateSteps]);
     double const late = std::abs(curve[Correlator::furthestLag + earlyLateSteps]);
     double const sum = early + late;
-    m_promptLag = sum > 0.0 ? (1.0 - earlyLateChips) * (late - early) / sum : 0.0;
+    double const lag = sum > 0.0 ? (1.0 - earlyLateChips) * (late - early) / sum : 0.0;
+    m_promptLag += (lag - m_promptLag) * std::min(1.0, double(milliseconds) / m_promptsAveraged);
     double const gain = std::min(1.0, 4.0 * codeBandwidthHz * msInSeconds * double(milliseconds));
     // A peak at a later lag means that the replica runs ahead.
-    m_phase.codeChips = wrappedChips(m_phase.codeChips - gain * m_promptLag);
+    m_phase.codeChips = wrappedChips(m_phase.codeChips - gain * lag);
 }
 
 void SignalTracker::averagePrompt(Complex prompt)
@@ -73,6 +76,11 @@ void SignalTracker::averagePrompt(Complex prompt)
     m_promptsAveraged = std::min(m_promptsAveraged + 1.0, averagedPrompts);
     m_meanInPhase += (prompt.real() - m_meanInPhase) / m_promptsAveraged;
     m_meanPower += (std::norm(prompt) - m_meanPower) / m_promptsAveraged;
+}
+
+double SignalTracker::amplitude() const
+{
+    return std::max(m_meanInPhase / samplesPerMs, leastAmplitude);
 }
 
 double SignalTracker::cn0() const

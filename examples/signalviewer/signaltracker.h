@@ -21,8 +21,10 @@ public:
     SignalPhase const& phase() const { return m_phase; }
     /// The last samples given, correlated coherently; the prompt lag is where phase() had put it.
     Correlator const& correlator() const { return m_correlator; }
-    /// Lag at which early and late of the last samples weigh the same, chips.
+    /// Lag at which early and late weigh the same, chips; a mean over the last half second.
     double promptLag() const { return m_promptLag; }
+    /// Of the signal, as a mean over the last half second; always more than 0.
+    double amplitude() const;
     /// Mean over the last half second, dB-Hz; negative infinity if there is nothing to be found.
     double cn0() const;
 
