@@ -78,7 +78,7 @@ void LookLegend::update()
     grid->setContentsMargins(2, 2, 2, 2);
     int row = 0;
     if (!name.isEmpty()) {
-        auto* const title = new QLabel("<b><u>" + name + "</u></b>");
+        auto* const title = new QLabel("<b><u>" + name + "</u></b>", this);
         grid->addWidget(title, row++, 0, 1, ColumnCount, Qt::AlignHCenter);
     }
     if (look) {

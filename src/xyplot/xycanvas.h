@@ -205,18 +205,22 @@ public:
     // Moving the view. It stays within the data bounds and keeps to the zoom limits. With
     // emitSignals false the signals stay owed, so that both directions can be told as one change.
 
-    /// Halves the extent, about the centre or, while following, from the end that follows.
+    /// Halves the extent, about the centre or, while following, from the end that follows. A view
+    /// that does not follow is kept from then on.
     void zoomIn(Bounds::Direction direction, bool emitSignals);
-    /// Doubles the extent about the centre.
+    /// Doubles the extent about the centre, sliding along where the data ends; from showing all
+    /// data on the view stays full.
     void zoomOut(Bounds::Direction direction, bool emitSignals);
+    /// Shows all data and turns PolicyFull on.
     void zoomFull(Bounds::Direction direction, bool emitSignals);
-    /// Shows @p min to @p max as far as there is data; wholly outside the data the view becomes
-    /// NaN, as it does if either is NaN.
+    /// Shows @p min to @p max as far as there is data, and keeps it; wholly outside the data the
+    /// view becomes NaN, as it does if either is NaN. With PolicyNone nothing moves.
     void zoomTo(Bounds::Direction direction, double min, double max, bool emitSignals);
     void zoomTo(Bounds const& bounds);
     void zoomToHorizontal(double min, double max);
     void zoomToVertical(double min, double max);
-    /// Moves the view by @p delta data units, unless it shows all data.
+    /// Moves the view by @p delta data units with PolicyKeep and PolicyFollow only; it follows from
+    /// then on if it ends at the newest data, else it is kept.
     void dragViewBounds(Bounds::Direction direction, double delta, bool emitSignals);
     void dragViewBounds(double dx, double dy);
 
@@ -335,7 +339,9 @@ public:
     void updateIntervalStopTimeMarker(double x);
 
 Q_SIGNALS:
+    /// Place of the mouse, in the form of the axes' labels.
     void mouseMoved(QString xLabel, QString yLabel);
+    /// The same in data units; not finite before the first paint or while the view is unknown.
     void mouseCoords(double x, double y);
     /// Kept for applications that connect to it; never emitted.
     void mouseOverData(XYDataSet* dataSet, int index, double distance, QMouseEvent* event);
@@ -358,7 +364,9 @@ public Q_SLOTS:
     /// Whether a line closes the curve from its first to its last point.
     void setConnectFirstLast(bool val);
     void changeCursor(Qt::CursorShape cursor);
+    /// Whether moves of the mouse emit mouseCoords(); off at first.
     void enableSendingMouseCoords(bool val);
+    /// Whether moves of the mouse emit mouseMoved(); on at first, and always during a drag.
     void enableSendingTextualMouseCoords(bool val);
 
     void zoomInBoth();

@@ -1,5 +1,7 @@
 #include "xycanvas.h"
 
+#include "rounding.h"
+
 #include <QMouseEvent>
 #include <QRubberBand>
 #include <QWheelEvent>
@@ -12,14 +14,20 @@ namespace {
 constexpr int wheelUnitsPerDegree = 8;
 constexpr int wheelDegreesPerNotch = 15;
 
-/// So many halvings use up the range of a double, whatever a driver may report.
-constexpr int mostNotches = 1100;
+/// So many halvings lead from the largest double to the smallest, whatever a driver may report.
+constexpr int mostNotches = 2100;
+
+/// Pixel of the mouse, which a device finer than the screen may place between two.
+QPoint pixelOf(QMouseEvent const& event)
+{
+    return {roundToPixel(event.position().x()), roundToPixel(event.position().y())};
+}
 
 } // namespace
 
 void XYCanvas::mousePressEvent(QMouseEvent* event)
 {
-    QPoint const position = event->position().toPoint();
+    QPoint const position = pixelOf(*event);
     if (event->button() != Qt::LeftButton) {
         dropRubberBand();
     } else if (cursor().shape() == Qt::OpenHandCursor) {
@@ -35,7 +43,7 @@ void XYCanvas::mousePressEvent(QMouseEvent* event)
 
 void XYCanvas::mouseMoveEvent(QMouseEvent* event)
 {
-    QPoint const position = event->position().toPoint();
+    QPoint const position = pixelOf(*event);
     double const xExtent = viewBounds.size(Bounds::Horizontal);
     double const yExtent = viewBounds.size(Bounds::Vertical);
     double const height = viewportRect.height();
@@ -114,12 +122,12 @@ void XYCanvas::reportMousePosition(QPointF world)
 /// Moves the content along with the hand.
 void XYCanvas::dragTo(QPoint position)
 {
+    QPoint const moved = position - dragLastPosition;
+    dragLastPosition = position;
     if (viewportRect.isEmpty())
         return;
-    QPoint const moved = position - dragLastPosition;
     dragViewBounds(-(viewBounds.size(Bounds::Horizontal) / viewportRect.width()) * moved.x(),
                    (viewBounds.size(Bounds::Vertical) / viewportRect.height()) * moved.y());
-    dragLastPosition = position;
 }
 
 void XYCanvas::zoomToRubberBand()

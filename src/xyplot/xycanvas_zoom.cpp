@@ -41,7 +41,7 @@ void XYCanvas::setVerticalZoomLimit(double limit)
     verticalZoomLimit = limit;
 }
 
-/// What controls the view follows here: whatever shows how far the view can still move.
+/// Tells buttons and scroll bars how far the view can still move.
 void XYCanvas::followChangedLimits()
 {
     configureZoomButtonsEnablement();
@@ -241,6 +241,8 @@ void XYCanvas::configureZoomButtonsEnablement()
 /// Connects a button, which acts on press and not on release, and keeps it enabled as told.
 void XYCanvas::connectZoomButton(QAbstractButton* button, char const* slot, char const* enabled)
 {
+    if (!button)
+        return;
     connect(button, SIGNAL(pressed()), this, slot);
     connect(this, enabled, button, SLOT(setEnabled(bool)));
 }

@@ -190,7 +190,7 @@ void XYLegend::addHeading(int& row)
     if (title.isEmpty())
         return;
     auto* const heading
-        = new QLabel(QStringLiteral("<center><b><u>%1</u></b></center>").arg(title));
+        = new QLabel(QStringLiteral("<center><b><u>%1</u></b></center>").arg(title), frame);
     gridLayout->addWidget(heading, row++, 0, 1, headingSpan);
 }
 

@@ -1,0 +1,273 @@
+#include "colorbardrawlistener.h"
+#include "librarytest.h"
+#include "looklegend.h"
+#include "plotstage.h"
+#include "xylegend.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+class tst_XYLegend : public LibraryTest
+{
+    Q_OBJECT
+private:
+    QList<XYDataSet*> addMany(int count)
+    {
+        QList<XYDataSet*> dataSets;
+        for (int i = 0; i < count; ++i)
+            dataSets.append(stage->addToPlot(QString("set %1").arg(i)));
+        return dataSets;
+    }
+    XYDataSet* addBar()
+    {
+        XYDataSet* const bar = stage->addToPlot("Quality Bar", {1.0}, 4);
+        bar->getLook()->setColorBar(10);
+        bar->setDrawListener(new ColorBarDrawListener(bar));
+        bar->getLook()->changeFromLast(Qt::red);
+        return bar;
+    }
+    XYLegend* addLegend(E_LEGEND_POSITION position = eLEGEND_RIGHT, QMenu* menu = nullptr)
+    {
+        (*stage)->addLegend(true, position, menu);
+        return (*stage)->getLegend();
+    }
+    /// The box of a row, or, with a text, that of all or none.
+    QCheckBox* box(int row, QString const& text = {})
+    {
+        for (auto* const found : (*stage)->getLegend()->findChildren<QCheckBox*>()) {
+            if (found->text() == text && (!text.isEmpty() || row-- == 0))
+                return found;
+        }
+        return nullptr;
+    }
+    void makeObjects() override { stage.emplace(); }
+    void deleteObjects() override { stage.reset(); }
+
+    std::optional<PlotStage> stage;
+
+private Q_SLOTS:
+    void rowsAndColumns_data();
+    void rowsAndColumns();
+    void boxesShowAndHide();
+    void allAndNone();
+    void emptyDataSetJoinsWithItsFirstValue();
+    void rebuildNeverHides();
+    void burstRebuildsOnce();
+    void colorBarsHaveLegends();
+    void rebuildAndRemovalWithinASignal();
+    void menuHoldsActions();
+    void placesOfALegend();
+    void sampleShowsTheLastAppearance();
+};
+
+void tst_XYLegend::rowsAndColumns_data()
+{
+    QTest::addColumn<int>("listed");
+    QTest::addColumn<int>("linesHigh");
+    QTest::addColumn<QString>("places"); // of the last names of the columns
+    QTest::newRow("three, no heading") << 3 << 20 << "2,3";
+    QTest::newRow("four below all and none") << 4 << 20 << "5,3";
+    // 32 rows in 13: two columns of 16 are too high, three come to 10 + 2 rows each.
+    QTest::newRow("remainder makes columns longer") << 30 << 13 << "11,3 11,7 7,11";
+    QTest::newRow("no room: one row a column") << 2 << 0 << "0,3 0,7";
+}
+
+void tst_XYLegend::rowsAndColumns()
+{
+    QFETCH(int, listed);
+    QFETCH(int, linesHigh);
+    QFETCH(QString, places);
+    QList<XYDataSet*> dataSets = addMany(listed);
+    XYLegend legend(&dataSets, true, eLEGEND_RIGHT, nullptr,
+                    linesHigh * QFontMetrics((*stage)->font()).height(), nullptr);
+    auto const* const grid = legend.findChild<QGridLayout*>(QString());
+    auto const* const cells = legend.findChild<QFrame*>()->layout();
+    QVERIFY(grid || cells);
+    auto const* const layout = static_cast<QGridLayout const*>(cells);
+    QString found;
+    for (int column = 3; column < layout->columnCount(); column += 4) {
+        int row = layout->rowCount() - 1;
+        while (!layout->itemAtPosition(row, column))
+            --row;
+        found += QStringLiteral("%1,%2 ").arg(row).arg(column);
+    }
+    QCOMPARE(found.trimmed(), places);
+}
+
+void tst_XYLegend::boxesShowAndHide()
+{
+    QList<XYDataSet*> const dataSets = addMany(2);
+    dataSets.at(1)->visible = false;
+    QSignalSpy const changed(addLegend(), &XYLegend::dataSetVisibilityChanged);
+    QVERIFY(box(0)->isChecked() && !box(1)->isChecked() && !box(0, "All"));
+    box(0)->click();
+    box(1)->click();
+    QVERIFY(!dataSets.at(0)->visible && dataSets.at(1)->visible);
+    QCOMPARE(changed.size(), 2);
+}
+
+void tst_XYLegend::allAndNone()
+{
+    QList<XYDataSet*> const dataSets = addMany(4);
+    QSignalSpy const changed(addLegend(), &XYLegend::dataSetVisibilityChanged);
+    QVERIFY(box(0, "All")->isChecked() && !box(0, "None")->isChecked());
+    box(2)->click();
+    QVERIFY(!box(0, "All")->isChecked());
+    box(0, "None")->click();
+    QVERIFY(std::none_of(dataSets.begin(), dataSets.end(), [](auto* d) { return d->visible; }));
+    QCOMPARE(changed.size(), 4);
+    box(0, "None")->click(); // unticking changes nothing else
+    QVERIFY(!box(0)->isChecked());
+    box(0, "All")->click();
+    QVERIFY(std::all_of(dataSets.begin(), dataSets.end(), [](auto* d) { return d->visible; }));
+}
+
+void tst_XYLegend::emptyDataSetJoinsWithItsFirstValue()
+{
+    XYDataSet* const late = stage->addToPlot("late", {});
+    stage->addToPlot("shown", {})->setShowInLegendEvenIfEmpty(true);
+    XYLegend const* const legend = addLegend();
+    QCOMPARE(legend->findChildren<QCheckBox*>().size(), 1);
+    late->append(0.0, 1.0);
+    QTRY_COMPARE(legend->findChildren<QCheckBox*>().size(), 2);
+    QCOMPARE(box(0)->isChecked(), true);
+}
+
+void tst_XYLegend::rebuildNeverHides()
+{
+    QList<XYDataSet*> const dataSets = addMany(5);
+    XYLegend* const legend = addLegend();
+    // Data set 2, whose former row another one gets, is listed no more.
+    dataSets.at(2)->yData->reinit();
+    dataSets.at(3)->visible = false;
+    legend->update();
+    QVERIFY(dataSets.at(2)->visible && !dataSets.at(3)->visible);
+}
+
+void tst_XYLegend::burstRebuildsOnce()
+{
+    QList<XYDataSet*> const dataSets = addMany(4);
+    QSignalSpy rebuilt(addLegend(), &XYLegend::dataSetVisibilityChanged);
+    for (int i = 0; i < 20; ++i)
+        dataSets.at(i % 4)->getLook()->changeFromLast(QColor::fromHsv(17 * i, 255, 255));
+    QVERIFY(rebuilt.isEmpty());
+    QTRY_COMPARE(rebuilt.size(), 1);
+    QVERIFY(!rebuilt.wait(250));
+}
+
+void tst_XYLegend::colorBarsHaveLegends()
+{
+    addMany(1);
+    XYDataSet* const bar = addBar();
+    stage->addToPlot("Overall quality");
+    XYLegend* const legend = addLegend();
+    QCOMPARE(legend->findChildren<LookLegend*>().size(), 2);
+    QVERIFY(legend->getColorBarLegend(bar));
+    box(1)->click();
+    QVERIFY(!legend->getColorBarLegend(bar));
+    box(1)->click();
+    QVERIFY(legend->getColorBarLegend(bar));
+    legend->update();
+    QVERIFY(legend->findChild<QLabel*>()->text().contains("Datasets"));
+}
+
+void tst_XYLegend::rebuildAndRemovalWithinASignal()
+{
+    addMany(4);
+    XYDataSet* const bar = addBar();
+    XYLegend* const legend = addLegend();
+    connect(legend, &XYLegend::dataSetVisibilityChanged, this, [=] {
+        QSignalBlocker const blocker(legend);
+        legend->update();
+    });
+    QPointer<QCheckBox> const own = box(0);
+    QPointer<QCheckBox> const ofBar = legend->getColorBarLegend(bar)->findChild<QCheckBox*>();
+    own->click();
+    QVERIFY(own && !legend->isAncestorOf(own));
+    QPointer<QCheckBox> const renewed = legend->getColorBarLegend(bar)->findChild<QCheckBox*>();
+    QVERIFY(!ofBar && renewed);
+    renewed->click();
+    box(0, "None")->click();
+    QVERIFY(!(*stage)->getDataSets().last()->visible);
+    QTRY_VERIFY(!own && !renewed);
+
+    legend->disconnect(this);
+    connect(legend, &XYLegend::dataSetVisibilityChanged, &stage->plot, &XYPlot::removeLegend);
+    QPointer<XYLegend> const watch = legend;
+    box(0)->click();
+    QVERIFY(!(*stage)->getLegend());
+    QTRY_VERIFY(!watch);
+}
+
+void tst_XYLegend::menuHoldsActions()
+{
+    QMenu menu;
+    XYDataSet* const bar = addBar();
+    bar->visible = false;
+    XYLegend* const legend = addLegend(eLEGEND_IN_MENU, &menu);
+    QCOMPARE(menu.actions().size(), 1);
+    QCOMPARE(menu.actions().first()->text(), QString("Quality"));
+    QVERIFY(!legend->isVisible() && legend->findChildren<LookLegend*>().isEmpty());
+    menu.actions().first()->trigger();
+    QVERIFY(bar->visible);
+    // The first action still decides after a rebuild.
+    legend->update();
+    menu.actions().first()->trigger();
+    QVERIFY(!menu.actions().first()->isChecked() && bar->visible);
+}
+
+void tst_XYLegend::placesOfALegend()
+{
+    addMany(1);
+    XYPlot& plot = stage->plot;
+    for (int const position : {0, 1, 7}) {
+        plot.addLegend(true, E_LEGEND_POSITION(position), nullptr);
+        XYLegend const* const legend = plot.getLegend();
+        plot.addLegend(false, eLEGEND_IN_MENU, nullptr);
+        QCOMPARE(plot.getLegend(), legend);
+        // Without a place it would come up as a window of its own.
+        QCOMPARE(legend->isHidden(), position == 7);
+        plot.grab();
+        QRect const canvas(plot.getCanvas()->mapTo(&plot, QPoint()), plot.getCanvas()->size());
+        if (position == 0)
+            QVERIFY(legend->y() > canvas.bottom());
+        else if (position == 1)
+            QVERIFY(legend->x() > canvas.right());
+        plot.removeLegend();
+    }
+    QWidget host;
+    plot.setParentLayoutForLegend(new QVBoxLayout(&host));
+    plot.addLegend(true, eLEGEND_BOTTOM, nullptr);
+    QCOMPARE(plot.getLegend()->parentWidget(), &host);
+}
+
+void tst_XYLegend::sampleShowsTheLastAppearance()
+{
+    QList<XYDataSet*> const dataSets = addMany(2);
+    Look* const look = dataSets.at(0)->getLook();
+    dataSets.at(0)->append(1.0, 1.0);
+    look->changeFromLast(Qt::red, SYMBOL_NONE, Qt::SolidLine, 5);
+    dataSets.at(1)->yData->reinit();
+    XYLegend* const legend = addLegend();
+    auto const inked = [&](int index, QRgb color) {
+        QImage const image = legend->createPixmap(index, Qt::white, true).toImage();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            count += image.pixel(1, y) == color;
+        return count;
+    };
+    QCOMPARE(inked(0, qRgb(255, 0, 0)), 5);
+    QCOMPARE(inked(1, qRgb(0, 0, 255)), 1);
+    look->setUseDefaultColorInLegend(true);
+    QCOMPARE(inked(0, qRgb(0, 0, 255)), 5);
+    int const width = QFontMetrics(legend->font()).horizontalAdvance("set 0");
+    QCOMPARE(legend->createPixmap(0, Qt::white, true).width(), 19 + width);
+}
+
+QTEST_MAIN(tst_XYLegend)
+#include "tst_xylegend.moc"
