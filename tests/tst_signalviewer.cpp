@@ -6,7 +6,10 @@
 #include "xyplot.h"
 
 #include <QAction>
+#include <QLabel>
+#include <QMouseEvent>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTableWidget>
 
 /// Faults: a peak drawn elsewhere than where the signal was put, a tool bar out of work.
@@ -65,9 +68,18 @@ void tst_SignalViewer::toolBarReachesThePlots()
 
     trigger("Show all");
     trigger("Drag");
+    QPointF const middle = QRectF(canvas->rect()).center();
+    QMouseEvent move(QEvent::MouseMove, middle, middle, Qt::NoButton, Qt::NoButton, {});
+    QApplication::sendEvent(canvas, &move);
 
     QCOMPARE(canvas->getViewBounds().maxX, 1.5);
     QCOMPARE(canvas->cursor().shape(), Qt::OpenHandCursor);
+    QStringList texts;
+    for (QLabel const* const label : window.findChildren<QLabel*>())
+        texts.append(label->text());
+    static QRegularExpression const position("^lag -?0\\.0\\d* chips, amplitude -?0 %$");
+    QCOMPARE(texts.filter(position).size(), 1);
+    QCOMPARE(texts.filter("m from the prompt").size(), 1);
 }
 
 void tst_SignalViewer::wrongCommandLine()

@@ -8,7 +8,7 @@
 namespace {
 
 /// Pixels. Less does not hold the two plots, and more is a slip of the finger.
-constexpr QSize smallest(1450, 700);
+constexpr QSize smallest(1300, 650);
 constexpr int largestSide = 16384;
 
 struct Parser : QCommandLineParser
