@@ -20,6 +20,21 @@ std::vector<SimulatedSatellite> sky()
     };
 }
 
+SimulatedSatellite const* find(std::vector<SimulatedSatellite> const& satellites, int prn)
+{
+    auto const found = std::find_if(satellites.cbegin(), satellites.cend(),
+                                    [prn](auto const& satellite) { return satellite.prn == prn; });
+    return found != satellites.cend() ? &*found : nullptr;
+}
+
+/// Chips by which the satellite comes later than the prompt replica; NaN if it does not exist.
+double trueLag(int prn, SignalPhase const& replica,
+               std::vector<SimulatedSatellite> const& satellites)
+{
+    SimulatedSatellite const* const satellite = find(satellites, prn);
+    return satellite ? chipsBetween(satellite->phase.codeChips, replica.codeChips) : NaN;
+}
+
 /// Point @p index becomes (@p x, @p y), or if there are just as many points is appended.
 void setPoint(XYDataSet& dataSet, int index, double x, double y)
 {
@@ -50,48 +65,51 @@ SignalSession::SignalSession(unsigned seed)
         AcquiredSignal const found = acquisition.search(prn);
         if (!found.isPresent())
             continue;
-        m_trackers.emplace_back(found);
-        m_trackers.back().track(m_block.received);
+        m_channels.push_back({SignalTracker(found), trueLag(prn, found.phase, sky())});
+        m_channels.back().tracker.track(m_block.received);
     }
     m_seconds = blockMs * msInSeconds;
 }
 
 void SignalSession::advance()
 {
-    // Where the prompt replica and the signal stand at the start of the block.
-    std::optional<double> trueLag;
-    if (m_selected < satelliteCount()) {
-        SignalTracker const& shown = tracker(m_selected);
-        if (auto const satellite = simulated(shown.prn()))
-            trueLag = chipsBetween(satellite->phase.codeChips, shown.phase().codeChips);
+    for (Channel& channel : m_channels) {
+        SignalTracker const& tracker = channel.tracker;
+        channel.trueLag = trueLag(tracker.prn(), tracker.phase(), m_simulator.satellites());
     }
     m_simulator.next(blockMs, m_block);
     m_seconds += blockMs * msInSeconds;
-    for (SignalTracker& tracker : m_trackers)
-        tracker.track(m_block.received);
-
+    for (Channel& channel : m_channels)
+        channel.tracker.track(m_block.received);
     if (m_selected < satelliteCount())
-        showCorrelation(tracker(m_selected), trueLag);
+        showCorrelation();
     showSpectra();
 }
 
-std::optional<SimulatedSatellite> SignalSession::simulated(int prn) const
+SignalTracker const& SignalSession::tracker(qsizetype index) const
 {
-    for (SimulatedSatellite const& satellite : m_simulator.satellites()) {
-        if (satellite.prn == prn)
-            return satellite;
-    }
-    return std::nullopt;
+    return m_channels[size_t(index)].tracker;
 }
 
-void SignalSession::showCorrelation(SignalTracker const& tracker, std::optional<double> trueLag)
+SimulatedSatellite const* SignalSession::simulated(qsizetype index) const
 {
+    return find(m_simulator.satellites(), tracker(index).prn());
+}
+
+void SignalSession::select(qsizetype index)
+{
+    m_selected = index;
+    showCorrelation();
+}
+
+void SignalSession::showCorrelation()
+{
+    auto const& [tracker, lag] = m_channels[size_t(m_selected)];
     Samples const curve = tracker.correlator().curve(tracker.amplitude());
     for (int i = 0; i < int(curve.size()); ++i)
         setPoint(m_measured, i, Correlator::lagChips(i), curve[size_t(i)].real());
 
     double const ends = Correlator::lagChips(int(curve.size()) - 1);
-    double const lag = trueLag.value_or(NaN);
     double const triangle[][2]
         = {{-ends, 0.0}, {lag - 1.0, 0.0}, {lag, 100.0}, {lag + 1.0, 0.0}, {ends, 0.0}};
     for (int i = 0; i < int(std::size(triangle)); ++i)

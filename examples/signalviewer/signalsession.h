@@ -7,7 +7,7 @@
 
 #include <QCoreApplication>
 #include <memory>
-#include <optional>
+#include <vector>
 
 /**
  * A simulated sky, a receiver that follows it, and the data sets that show one of its satellites.
@@ -30,13 +30,13 @@ public:
     /// Lets the next block come and follows all satellites.
     void advance();
 
-    qsizetype satelliteCount() const { return qsizetype(m_trackers.size()); }
-    SignalTracker const& tracker(qsizetype index) const { return m_trackers[size_t(index)]; }
-    /// The satellite as the simulator has it; none for a false alarm.
-    std::optional<SimulatedSatellite> simulated(int prn) const;
+    qsizetype satelliteCount() const { return qsizetype(m_channels.size()); }
+    SignalTracker const& tracker(qsizetype index) const;
+    /// Satellite @p index as the simulator has it; null for a false alarm.
+    SimulatedSatellite const* simulated(qsizetype index) const;
 
-    /// Shows satellite @p index from the next block on.
-    void select(qsizetype index) { m_selected = index; }
+    /// Shows satellite @p index, 0 to less than satelliteCount(), in the last block.
+    void select(qsizetype index);
     qsizetype selected() const { return m_selected; } ///< of no use if there is no satellite
     double seconds() const { return m_seconds; } ///< of signal so far
 
@@ -48,12 +48,18 @@ public:
     XYDataSet* satelliteSpectrum() { return &m_satellites; } ///< without the noise
 
 private:
-    void showCorrelation(SignalTracker const& tracker, std::optional<double> trueLag);
+    struct Channel
+    {
+        SignalTracker tracker;
+        double trueLag; // of the satellite at the start of the last block; NaN for a false alarm
+    };
+
+    void showCorrelation();
     void showSpectra();
 
     SignalSimulator m_simulator;
     SignalSimulator::Block m_block;
-    std::vector<SignalTracker> m_trackers;
+    std::vector<Channel> m_channels;
     PowerSpectrum m_spectrum;
     qsizetype m_selected = 0;
     double m_seconds = 0.0;

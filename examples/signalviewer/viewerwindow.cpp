@@ -151,8 +151,12 @@ void ViewerWindow::addSatellites()
     m_table->verticalHeader()->setDefaultSectionSize(
         m_table->verticalHeader()->minimumSectionSize());
     m_table->selectRow(int(m_session.selected()));
-    connect(m_table, &QTableWidget::currentCellChanged, this,
-            [this](int row) { m_session.select(row); });
+    connect(m_table, &QTableWidget::currentCellChanged, this, [this](int row) {
+        if (row < 0)
+            return;
+        m_session.select(row);
+        showSatellites();
+    });
     // As high as its rows: more would be empty, and the plots need the room.
     m_table->setFixedHeight(m_table->horizontalHeader()->sizeHint().height()
                             + m_table->verticalHeader()->length() + 2 * m_table->frameWidth());
@@ -230,7 +234,7 @@ void ViewerWindow::showSatellites()
                           .arg(m_session.seconds(), 0, 'f', 2));
     for (int row = 0; row < m_table->rowCount(); ++row) {
         SignalTracker const& tracker = m_session.tracker(row);
-        auto const truth = m_session.simulated(tracker.prn());
+        SimulatedSatellite const* const truth = m_session.simulated(row);
         SignalPhase const& phase = tracker.phase();
         auto const set = [this, row](Column column, QString const& text) {
             m_table->item(row, column)->setText(text);
