@@ -21,7 +21,7 @@ public:
         tr("Write a picture after the first second of signal instead of opening a window."),
         tr("FILE.png")};
     QCommandLineOption size{QStringLiteral("size"), tr("Size of window or picture."),
-                            tr("WIDTHxHEIGHT"), QStringLiteral("1500x800")};
+                            tr("WIDTHxHEIGHT"), QStringLiteral("1300x700")};
     QCommandLineOption prn{QStringLiteral("prn"), tr("Satellite to show first."), tr("PRN")};
     QCommandLineOption seed{QStringLiteral("seed"), tr("Where the random noise starts."),
                             tr("NUMBER"), QStringLiteral("1")};

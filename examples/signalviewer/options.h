@@ -11,7 +11,7 @@ struct Options
     Q_DECLARE_TR_FUNCTIONS(Options)
 public:
     QString snapshotPath; ///< empty for a window
-    QSize size = QSize(1500, 800); ///< logical pixels, of the window or the picture
+    QSize size = QSize(1300, 700); ///< logical pixels, of the window or the picture
     int prn = 0; ///< satellite to show first; 0 for the first that was acquired
     unsigned seed = 1; ///< of the noise
 
