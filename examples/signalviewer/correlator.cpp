@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int places = codeLength * Correlator::lagsPerChip;
+constexpr std::size_t places = std::size_t(codeLength) * Correlator::lagsPerChip;
 
 } // namespace
 
@@ -38,19 +38,18 @@ Samples Correlator::curve(double amplitude) const
     // What falls on a chip that starts at some place, for all places.
     Samples chipSums(places);
     Complex sum;
-    for (int i = 0; i < lagsPerChip; ++i)
-        sum += m_gathered[std::size_t(i)];
-    for (int place = 0; place < places; ++place) {
-        chipSums[std::size_t(place)] = sum;
-        sum += m_gathered[std::size_t((place + lagsPerChip) % places)]
-            - m_gathered[std::size_t(place)];
+    for (std::size_t i = 0; i < lagsPerChip; ++i)
+        sum += m_gathered[i];
+    for (std::size_t place = 0; place < places; ++place) {
+        chipSums[place] = sum;
+        sum += m_gathered[(place + lagsPerChip) % places] - m_gathered[place];
     }
 
-    for (int lag = -furthestLag; lag <= furthestLag; ++lag) {
-        Complex& value = values[std::size_t(lag + furthestLag)];
-        int place = (lag + places) % places;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        Complex& value = values[i];
+        std::size_t place = (places + i - furthestLag) % places;
         for (signed char const chip : m_code) {
-            value += double(chip) * chipSums[std::size_t(place)];
+            value += double(chip) * chipSums[place];
             place = (place + lagsPerChip) % places;
         }
         value *= 100.0 / (m_count * amplitude);

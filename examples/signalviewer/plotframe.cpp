@@ -30,7 +30,7 @@ void PlotFrame::forgetMouse()
     m_mouse->clear();
 }
 
-void PlotFrame::drawMouseCoords(QString x, QString y)
+void PlotFrame::drawMouseCoords(QString const& x, QString const& y)
 {
     m_mouse->setText(m_mouseForm.arg(x, y));
 }

@@ -29,7 +29,7 @@ Q_SIGNALS:
     void connectFirstLast(bool on);
 
 public Q_SLOTS:
-    void drawMouseCoords(QString x, QString y);
+    void drawMouseCoords(QString const& x, QString const& y);
 
 private:
     QString m_mouseForm;
