@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int tickMs = 40;
+constexpr QSize smallIcon(16, 16);
 
 QAction* addCheckable(QToolBar* bar, QString const& text, QString const& toolTip)
 {
@@ -42,6 +43,7 @@ MonitorWindow::MonitorWindow(ReceiverLog const& log, int leapSeconds, ETimeType 
     QToolBar* const bar = addToolBar(tr("Replay and view"));
     bar->setMovable(false);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->setIconSize(smallIcon);
     setContextMenuPolicy(Qt::PreventContextMenu); // it would hide the bar and never bring it back
     m_progress = new QLabel(this);
     m_mousePosition = new QLabel(this);
