@@ -33,6 +33,15 @@ float hoursFromUtc(double gnssTime)
     return float(moment.offsetFromUtc()) / secondsPerHour;
 }
 
+/// Gives the strip below the canvas the height that the y scale counts on, so that its ticks stand
+/// at the grid lines in any style.
+void fitScrollBarToScale(XYPlot* plot)
+{
+    constexpr int scaleOverhang = 18; // pixels of a y scale below its canvas
+    auto const* const frame = qobject_cast<QFrame*>(plot->getCanvas()->parentWidget());
+    plot->getHorizontalScrollBar()->setFixedHeight(scaleOverhang - frame->frameWidth());
+}
+
 /// Holds a legend: as wide as that is, and as high as there is room.
 class LegendArea : public QScrollArea
 {
@@ -132,6 +141,7 @@ void PlotColumn::addPlot(Content const& content, QGridLayout* grid)
     // The height has told the legend how long its columns may be.
     plot->setMinimumHeight(leastPlotHeight);
 
+    fitScrollBarToScale(plot);
     XYCanvas* const canvas = plot->getCanvas();
     canvas->setInitialDataBounds(
         Bounds{m_start, m_start + initialSpanMs, 0.0, content.leastValueExtent});
