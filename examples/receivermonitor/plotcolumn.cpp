@@ -22,7 +22,11 @@ constexpr int lowerMargin = 4; // pixels below the data
 constexpr int legendColumns = 3;
 
 constexpr double initialSpanMs = 30000.0;
-constexpr double buffer = 0.1; // of the extent of the data
+/// Room ahead of the newest epoch, so that not each one costs a redraw; little, since a view that
+/// follows the data goes on to its end.
+constexpr double leastTimeBufferMs = 5000.0;
+constexpr double timeBuffer = 0.02; // of the extent of the data
+constexpr double valueBuffer = 0.1;
 
 /// From UTC to local time on the day of @p gnssTime; leap seconds do not matter to it.
 float hoursFromUtc(double gnssTime)
@@ -147,9 +151,9 @@ void PlotColumn::addPlot(Content const& content, QGridLayout* grid)
         Bounds{m_start, m_start + initialSpanMs, 0.0, content.leastValueExtent});
     // The whole log stays in view until the user zooms.
     canvas->setHorizontalViewBoundsUpdatePolicy(XYCanvas::PolicyFull, false);
-    // Room for half a minute ahead of the newest epoch, so that an early replay does not redraw at
-    // each; none to the left, where nothing arrives.
-    canvas->setExtensionBufferParameters(0.0, initialSpanMs, 0.0, 0.0, 0.0, buffer, buffer, buffer);
+    // None to the left, where nothing arrives.
+    canvas->setExtensionBufferParameters(0.0, leastTimeBufferMs, 0.0, 0.0, 0.0, timeBuffer,
+                                         valueBuffer, valueBuffer);
     canvas->addCustomHorizontalDataBoundsVector(m_timeExtent);
     // No line runs through the bar.
     int const barStrip = 2 * content.dataSets.last()->getLook()->getOffset();
