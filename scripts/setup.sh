@@ -31,4 +31,5 @@ install_missing() {
 }
 
 # shellcheck disable=SC2034 # used by the scripts that source this one
-build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev fonts-dejavu-core)
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev fonts-dejavu-core pkg-config
+    libfftw3-dev)

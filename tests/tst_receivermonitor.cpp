@@ -1,10 +1,20 @@
+#include "librarytest.h"
+#include "looklegend.h"
+#include "monitorwindow.h"
 #include "options.h"
+#include "xycanvas.h"
+#include "xyplot.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QFile>
 #include <QImage>
+#include <QLabel>
+#include <QMouseEvent>
 #include <QProcess>
+#include <QStatusBar>
 #include <QTemporaryDir>
-#include <QTest>
+#include <QToolBar>
 #include <algorithm>
 
 namespace {
@@ -20,7 +30,7 @@ int count(QImage const& picture, QRect const& area)
 } // namespace
 
 /// Runs the receiver monitor as a user does.
-class tst_ReceiverMonitor : public QObject
+class tst_ReceiverMonitor : public LibraryTest
 {
     Q_OBJECT
 private Q_SLOTS:
@@ -28,6 +38,7 @@ private Q_SLOTS:
     void wrongCommandLine();
     void snapshotShowsTheLog();
     void snapshotOfOneEpochAndItsReport();
+    void toolBarReachesAllPlotsAndLegendItsOwn();
 
 private:
     /// The exit status; -1 if it did not end by itself.
@@ -81,14 +92,18 @@ void tst_ReceiverMonitor::snapshotShowsTheLog()
     QCOMPARE(run({"--size", "900x700", EXAMPLE_DATA_DIR "/cold-start-4min.nmea"}), 0);
     QImage const picture(m_png);
     // The log has an autonomous fix throughout and one gap of whole epochs near its start: in the
-    // row of the bar its colour comes in exactly two runs.
-    int row = 0;
-    for (int y = 0; y < 700; ++y)
-        row = count(picture, {0, y, 900, 1}) > count(picture, {0, row, 900, 1}) ? y : row;
-    int runs = 0;
-    for (int x = 1; x < 900; ++x)
-        runs += count(picture, {x - 1, row, 2, 1}) == 1 && count(picture, {x, row, 1, 1}) == 1;
-    QCOMPARE(runs, 2);
+    // first rows of three bars, left of the legends, its colour comes in exactly two runs.
+    int bars = 0;
+    for (int y = 1; y < 700; ++y) {
+        if (count(picture, {300, y - 1, 1, 2}) != 1 || count(picture, {300, y, 1, 1}) != 1)
+            continue;
+        int runs = 0;
+        for (int x = 1; x < 550; ++x)
+            runs += count(picture, {x - 1, y, 2, 1}) == 1 && count(picture, {x, y, 1, 1}) == 1;
+        QCOMPARE(runs, 2);
+        ++bars;
+    }
+    QCOMPARE(bars, 3);
 }
 
 void tst_ReceiverMonitor::snapshotOfOneEpochAndItsReport()
@@ -101,8 +116,7 @@ void tst_ReceiverMonitor::snapshotOfOneEpochAndItsReport()
     QImage const utc(m_png);
     // The controls, which are not in the picture, would need more.
     QCOMPARE(utc.size(), QSize(300, 250));
-    // One epoch gives the margins no extent to measure, yet its bar, which is thicker than the
-    // square in the text, stands right of the value labels.
+    // One epoch gives the margins no extent to measure, yet its bar stands right of the labels.
     int start = 0;
     while (start < 300 && count(utc, {start, 0, 1, 250}) < 12)
         ++start;
@@ -115,5 +129,48 @@ void tst_ReceiverMonitor::snapshotOfOneEpochAndItsReport()
         QVERIFY2(m_out.contains(line), qPrintable(m_out));
 }
 
-QTEST_GUILESS_MAIN(tst_ReceiverMonitor)
+void tst_ReceiverMonitor::toolBarReachesAllPlotsAndLegendItsOwn()
+{
+    ReceiverLog log;
+    QCOMPARE(LogReader::readFile(EXAMPLE_DATA_DIR "/cold-start-4min.nmea", {}, log), QString());
+    MonitorWindow window(log, 18, eSHOW_UTC, Options::fastestReplay);
+    window.replay();
+    auto const toldInStatusBar = [&window](QString const& text) {
+        auto const labels = window.statusBar()->findChildren<QLabel*>();
+        return std::any_of(labels.cbegin(), labels.cend(),
+                           [&](QLabel const* label) { return label->text().contains(text); });
+    };
+    QTRY_VERIFY(toldInStatusBar("Epoch 186 of 186"));
+    window.grab();
+    QList<XYPlot*> const plots = window.findChildren<XYPlot*>();
+    QCOMPARE(plots.size(), 3);
+    for (XYPlot const* const plot : plots)
+        plot->getCanvas()->zoomInHorizontal();
+
+    QMap<QString, QAction*> tools;
+    for (QAction* const action : window.findChild<QToolBar*>()->actions())
+        tools.insert(action->text(), action);
+    window.findChild<QComboBox*>()->setCurrentIndex(eSHOW_TOW);
+    tools["Drag"]->trigger();
+    tools["Show all"]->trigger();
+    QVector<QImage> before;
+    for (XYPlot const* const plot : plots) {
+        XYCanvas* const canvas = plot->getCanvas();
+        before.append(canvas->grab().toImage());
+        QCOMPARE(canvas->cursor().shape(), Qt::OpenHandCursor);
+        QCOMPARE(canvas->getViewBounds().minX, canvas->getDataBounds().minX);
+        QCOMPARE(plot->getAxisTitle(eVERTICAL), "GNSS Time (TOW)");
+        for (bool const tells : {true, false}) { // the log begins on a Tuesday at 10:52
+            tools["Coordinates"]->setChecked(tells);
+            QMouseEvent move(QEvent::MouseMove, QPointF(40, 40), QPointF(), Qt::NoButton, {}, {});
+            QCoreApplication::sendEvent(canvas, &move);
+            QCOMPARE(toldInStatusBar("211,9"), tells);
+        }
+    }
+    window.findChildren<LookLegend*>().at(1)->findChild<QCheckBox*>()->click();
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(plots.at(i)->getCanvas()->grab().toImage() == before.at(i), i != 1);
+}
+
+QTEST_MAIN(tst_ReceiverMonitor)
 #include "tst_receivermonitor.moc"

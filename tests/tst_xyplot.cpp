@@ -77,6 +77,10 @@ void tst_XYPlot::scalesStandAtTheCanvas()
     QCOMPARE(place(stage->getXScale()).bottom() + 2, canvas.top()); // the frame lies between
     QCOMPARE(place(stage->getYScale()).right() + 2, canvas.left());
     QCOMPARE(place(stage->getYScale()).bottom(), below.bottom() + 1);
+    // Ticks stand at the grid lines: both axes begin where the canvas does.
+    QCOMPARE(place(stage->getYScale()).bottom() - 18, canvas.bottom());
+    QCOMPARE(place(stage->getXScale()).left() + stage->getXScale()->contentsRect().left(),
+             canvas.left());
 
     stage->removeScale(eVERTICAL);
     QVERIFY(!stage->getYScale() && !stage->getCanvas()->getGrid(eVERTICAL)->getScale());

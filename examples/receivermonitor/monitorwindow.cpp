@@ -1,20 +1,29 @@
 #include "monitorwindow.h"
 
+#include "exampleresources.h"
 #include "options.h"
-#include "plotpanel.h"
+#include "plotcolumn.h"
 
+#include <QAction>
+#include <QActionGroup>
 #include <QComboBox>
 #include <QDoubleSpinBox>
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
-#include <QVBoxLayout>
+#include <QStatusBar>
+#include <QToolBar>
 
 namespace {
 
 constexpr int tickMs = 40;
-/// The labels keep their room once a resize has come to rest; at each step it would cost a redraw.
-constexpr int resizeSettleMs = 150;
+constexpr QSize smallIcon(16, 16);
+
+QAction* addCheckable(QToolBar* bar, QString const& text, QString const& toolTip)
+{
+    QAction* const action = bar->addAction(text);
+    action->setToolTip(toolTip);
+    action->setCheckable(true);
+    return action;
+}
 
 } // namespace
 
@@ -24,36 +33,40 @@ MonitorWindow::MonitorWindow(ReceiverLog const& log, int leapSeconds, ETimeType 
     , m_data(log)
     , m_speed(speed)
 {
+    initExampleResources();
     setWindowTitle(tr("Receiver monitor"));
-    new QVBoxLayout(this);
-    addControls(timeType);
-    addPanels(leapSeconds);
-    setTimeType(timeType);
+    setWindowIcon(QIcon(QStringLiteral(":/pic/timeplot_big.png")));
+    double const start = log.epochs.isEmpty() ? 0.0 : double(log.epochs.first().time);
+    m_plots = new PlotColumn(m_data, start, leapSeconds, this);
+    setCentralWidget(m_plots);
+
+    QToolBar* const bar = addToolBar(tr("Replay and view"));
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->setIconSize(smallIcon);
+    setContextMenuPolicy(Qt::PreventContextMenu); // it would hide the bar and never bring it back
+    m_progress = new QLabel(this);
+    m_mousePosition = new QLabel(this);
+    statusBar()->addWidget(m_progress);
+    statusBar()->addPermanentWidget(m_mousePosition);
+    addReplayTools(bar);
+    addViewTools(bar, timeType);
+
     m_tick.setInterval(tickMs);
     connect(&m_tick, &QTimer::timeout, this, &MonitorWindow::feedDueEpochs);
-    m_resizeSettled.setSingleShot(true);
-    m_resizeSettled.setInterval(resizeSettleMs);
-    connect(&m_resizeSettled, &QTimer::timeout, this, &MonitorWindow::showNewData);
 }
 
 MonitorWindow::~MonitorWindow()
 {
-    // The panels show data sets of this window.
-    qDeleteAll(m_panels);
+    // They show data sets of this window.
+    delete m_plots;
 }
 
-void MonitorWindow::addControls(ETimeType timeType)
+void MonitorWindow::addReplayTools(QToolBar* bar)
 {
-    m_controls = new QWidget(this);
-    auto* const row = new QHBoxLayout(m_controls);
-    row->setContentsMargins(0, 0, 0, 0);
-
-    m_pauseButton = new QPushButton(tr("Pause"), m_controls);
-    connect(m_pauseButton, &QPushButton::clicked, this, &MonitorWindow::pauseOrGoOn);
-    auto* const restartButton = new QPushButton(tr("Restart"), m_controls);
-    connect(restartButton, &QPushButton::clicked, this, &MonitorWindow::replay);
-
-    auto* const speedBox = new QDoubleSpinBox(m_controls);
+    m_pauseAction = bar->addAction(tr("Pause"), this, &MonitorWindow::pauseOrGoOn);
+    bar->addAction(tr("Restart"), this, &MonitorWindow::replay);
+    auto* const speedBox = new QDoubleSpinBox(bar);
     speedBox->setDecimals(1);
     speedBox->setRange(Options::slowestReplay, Options::fastestReplay);
     speedBox->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
@@ -61,54 +74,62 @@ void MonitorWindow::addControls(ETimeType timeType)
     speedBox->setSuffix(tr(" x"));
     speedBox->setValue(m_speed);
     connect(speedBox, &QDoubleSpinBox::valueChanged, this, &MonitorWindow::setSpeed);
+    bar->addWidget(speedBox);
+}
 
-    auto* const timeBox = new QComboBox(m_controls);
+void MonitorWindow::addViewTools(QToolBar* bar, ETimeType timeType)
+{
+    bar->addSeparator();
+    auto* const timeBox = new QComboBox(bar);
     timeBox->addItems(
         {tr("GNSS time"), tr("UTC"), tr("Local time"), tr("Time of week"), tr("GNSS seconds")});
+    connect(timeBox, &QComboBox::currentIndexChanged, m_plots,
+            [this](int index) { m_plots->setTimeType(static_cast<ETimeType>(index)); });
     timeBox->setCurrentIndex(timeType);
-    connect(timeBox, &QComboBox::currentIndexChanged, this,
-            [this](int index) { setTimeType(static_cast<ETimeType>(index)); });
+    m_plots->setTimeType(timeType);
+    bar->addWidget(timeBox);
 
-    m_progress = new QLabel(m_controls);
-    row->addWidget(m_pauseButton);
-    row->addWidget(restartButton);
-    row->addWidget(speedBox);
-    row->addWidget(timeBox);
-    row->addWidget(m_progress, 1);
-    layout()->addWidget(m_controls);
+    bar->addSeparator();
+    addCursorModes(bar);
+    QAction* const showAll = bar->addAction(QIcon(QStringLiteral(":/pic/tp_showall_small.png")),
+                                            tr("Show all"), m_plots, &PlotColumn::showFullPlot);
+    showAll->setToolTip(tr("Show all data in all plots"));
+
+    bar->addSeparator();
+    addMouseTracking(bar);
+    QAction* const means
+        = addCheckable(bar, tr("Mean"), tr("Mark the means of altitude and satellites in use"));
+    connect(means, &QAction::toggled, m_plots, &PlotColumn::showMeans);
+    means->setChecked(true);
 }
 
-void MonitorWindow::addPanels(int leapSeconds)
+void MonitorWindow::addCursorModes(QToolBar* bar)
 {
-    constexpr int barPanelHeight = 130; // the bar, and below it the labels of the time axis
-    PlotPanel::TimeAxis const axis
-        = {leapSeconds, m_log.epochs.isEmpty() ? 0.0 : double(m_log.epochs.first().time),
-           m_data.timeExtent()};
-    struct Row
+    struct Mode
     {
-        PlotPanel::Content content;
-        int stretch; // 0 for the height of a bar
+        QString text;
+        QString toolTip;
+        Qt::CursorShape shape; // tells a plot what the mouse does
     };
-    Row const rows[] = {
-        {{tr("C/N0 in dB-Hz"), m_data.systemColors(), m_data.strengths(), 20.0, true}, 5},
-        {{tr("Altitude in metres above mean sea level"), {}, m_data.altitude(), 10.0, true}, 3},
-        {{tr("Satellites in use"), {}, m_data.satellitesInUse(), 8.0, true}, 3},
-        {{tr("Fix quality"), ReceiverData::qualityColors(), m_data.quality(), 1.0, false}, 0},
-    };
-    auto* const column = static_cast<QVBoxLayout*>(layout());
-    for (Row const& row : rows) {
-        auto* const panel = new PlotPanel(row.content, axis, this);
-        if (row.stretch == 0)
-            panel->setFixedHeight(barPanelHeight);
-        column->addWidget(panel, row.stretch);
-        m_panels.append(panel);
+    auto* const group = new QActionGroup(this);
+    for (Mode const& mode :
+         {Mode{tr("Zoom"), tr("The mouse draws a box to zoom to"), Qt::CrossCursor},
+          Mode{tr("Drag"), tr("The mouse moves what is in view"), Qt::OpenHandCursor}}) {
+        QAction* const action = group->addAction(addCheckable(bar, mode.text, mode.toolTip));
+        connect(action, &QAction::triggered, m_plots,
+                [this, shape = mode.shape] { Q_EMIT m_plots->changeCursor(shape); });
     }
+    group->actions().first()->trigger();
 }
 
-void MonitorWindow::setTimeType(ETimeType timeType)
+void MonitorWindow::addMouseTracking(QToolBar* bar)
 {
-    for (PlotPanel* const panel : qAsConst(m_panels))
-        panel->setTimeType(timeType);
+    QAction* const tracking
+        = addCheckable(bar, tr("Coordinates"), tr("Tell where the mouse stands in the data"));
+    connect(tracking, &QAction::toggled, m_plots, &PlotColumn::mouseTrackingOn);
+    connect(tracking, &QAction::toggled, m_mousePosition, &QLabel::clear);
+    connect(m_plots, &PlotColumn::mouseMoved, m_mousePosition, &QLabel::setText);
+    tracking->setChecked(true);
 }
 
 void MonitorWindow::setSpeed(double speed)
@@ -118,31 +139,22 @@ void MonitorWindow::setSpeed(double speed)
 
 QPixmap MonitorWindow::picture(QSize size)
 {
-    m_controls->hide();
-    // The size is what was asked for, be it less than the layout would like.
-    layout()->setSizeConstraint(QLayout::SetNoConstraint);
-    resize(size);
-    grab(); // margins in data units follow from the size, which the first paint tells
+    takeCentralWidget();
     for (Epoch const& epoch : m_log.epochs)
         m_data.append(epoch);
     m_fed = m_log.epochs.size();
-    for (PlotPanel* const panel : qAsConst(m_panels)) {
-        panel->useForFinishedData();
-        panel->showNewData();
-    }
-    return grab();
+    return m_plots->picture(size);
 }
 
 void MonitorWindow::replay()
 {
     m_data.clear();
-    for (PlotPanel* const panel : qAsConst(m_panels))
-        panel->startAnew();
+    m_plots->startAnew();
     m_fed = 0;
     if (!m_log.epochs.isEmpty())
         m_replayTime = double(m_log.epochs.first().time);
-    m_pauseButton->setEnabled(true);
-    m_pauseButton->setText(tr("Pause"));
+    m_pauseAction->setEnabled(true);
+    m_pauseAction->setText(tr("Pause"));
     m_sinceLastTick.start();
     m_tick.start();
 }
@@ -151,11 +163,11 @@ void MonitorWindow::pauseOrGoOn()
 {
     if (m_tick.isActive()) {
         m_tick.stop();
-        m_pauseButton->setText(tr("Go on"));
+        m_pauseAction->setText(tr("Go on"));
     } else {
         m_sinceLastTick.start();
         m_tick.start();
-        m_pauseButton->setText(tr("Pause"));
+        m_pauseAction->setText(tr("Pause"));
     }
 }
 
@@ -166,25 +178,13 @@ void MonitorWindow::feedDueEpochs()
     while (m_fed < m_log.epochs.size() && double(m_log.epochs.at(m_fed).time) <= m_replayTime)
         m_data.append(m_log.epochs.at(m_fed++));
     if (m_fed != fedBefore) {
-        showNewData();
+        m_plots->showNewData();
         tellProgress();
     }
     if (m_fed == m_log.epochs.size()) {
         m_tick.stop();
-        m_pauseButton->setEnabled(false);
+        m_pauseAction->setEnabled(false);
     }
-}
-
-void MonitorWindow::showNewData()
-{
-    for (PlotPanel* const panel : qAsConst(m_panels))
-        panel->showNewData();
-}
-
-void MonitorWindow::resizeEvent(QResizeEvent* event)
-{
-    QWidget::resizeEvent(event);
-    m_resizeSettled.start();
 }
 
 void MonitorWindow::tellProgress()

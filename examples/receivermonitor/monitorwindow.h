@@ -4,16 +4,17 @@
 
 #include "lineartimegrid.h"
 #include <QElapsedTimer>
+#include <QMainWindow>
 #include <QPixmap>
 #include <QTimer>
-#include <QWidget>
 
-class PlotPanel;
+class PlotColumn;
+class QAction;
 class QLabel;
-class QPushButton;
+class QToolBar;
 
 /// Shows a receiver log: as a whole, or replayed live, epoch by epoch.
-class MonitorWindow : public QWidget
+class MonitorWindow : public QMainWindow
 {
     Q_OBJECT
 public:
@@ -21,33 +22,29 @@ public:
     MonitorWindow(ReceiverLog const& log, int leapSeconds, ETimeType timeType, double speed);
     ~MonitorWindow() override;
 
-    /// The whole log fed at once, in @p size logical pixels, without the controls of a replay.
+    /// The plots alone with the whole log, in @p size logical pixels. The window is of no use then.
     QPixmap picture(QSize size);
     /// Starts the replay from the first epoch.
     void replay();
 
-protected:
-    void resizeEvent(QResizeEvent* event) override;
-
 private:
-    void addControls(ETimeType timeType);
-    void addPanels(int leapSeconds);
-    void setTimeType(ETimeType timeType);
+    void addReplayTools(QToolBar* bar);
+    void addViewTools(QToolBar* bar, ETimeType timeType);
+    void addCursorModes(QToolBar* bar);
+    void addMouseTracking(QToolBar* bar);
     void setSpeed(double speed);
     void pauseOrGoOn();
     void feedDueEpochs();
-    void showNewData();
     void tellProgress();
 
     ReceiverLog const& m_log;
     ReceiverData m_data;
-    QVector<PlotPanel*> m_panels;
-    QWidget* m_controls = nullptr;
-    QPushButton* m_pauseButton = nullptr;
+    PlotColumn* m_plots;
+    QAction* m_pauseAction = nullptr;
     QLabel* m_progress = nullptr;
+    QLabel* m_mousePosition = nullptr;
 
     QTimer m_tick;
-    QTimer m_resizeSettled;
     QElapsedTimer m_sinceLastTick;
     double m_speed;
     double m_replayTime = 0.0; // GNSS time up to which the log has been replayed, milliseconds

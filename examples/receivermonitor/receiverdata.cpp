@@ -13,21 +13,20 @@ constexpr double intervalsPerLink = 1.5;
 /// Used where a log has no two epochs.
 constexpr double usualIntervalMs = 1000.0;
 
-constexpr int barThickness = 16; // pixels
-constexpr int barCentre = 13; // pixels below the upper edge of its canvas
+/// The line of a bar, as its legend has it too.
+constexpr int barThickness = 12; // pixels
+constexpr int barCentre = 9; // pixels below the upper edge of its canvas
 
 struct System
 {
     Constellation constellation;
-    char const* name;
     int hue;
 };
 
 constexpr System systems[] = {
-    {Constellation::Gps, "GPS", 215},       {Constellation::Sbas, "SBAS", 48},
-    {Constellation::Glonass, "GLONASS", 2}, {Constellation::Galileo, "Galileo", 130},
-    {Constellation::BeiDou, "BeiDou", 282}, {Constellation::Qzss, "QZSS", 182},
-    {Constellation::NavIc, "NavIC", 24},    {Constellation::Unknown, "unknown system", 330},
+    {Constellation::Gps, 215},     {Constellation::Sbas, 48},     {Constellation::Glonass, 2},
+    {Constellation::Galileo, 130}, {Constellation::BeiDou, 282},  {Constellation::Qzss, 182},
+    {Constellation::NavIc, 24},    {Constellation::Unknown, 330},
 };
 
 struct Quality
@@ -92,17 +91,15 @@ ReceiverData::ReceiverData(ReceiverLog const& log)
     , m_longestLink(intervalsPerLink * intervalOf(log.epochs))
     , m_time(new DataArrayTemplate<double>())
     , m_qualityTime(new DataArrayTemplate<double>())
+    , m_quality(new DataArrayTemplate<double>())
 {
     for (SatelliteSignal const& key : qAsConst(m_keys))
         m_strengths.push_back(makeDataSet(key.label(), colorOf(key)));
     m_altitude = makeDataSet(tr("Altitude"), QColor(0x1f, 0x4e, 0x9c));
     m_inUse = makeDataSet(tr("Satellites in use"), QColor(0x1f, 0x4e, 0x9c));
 
-    m_quality = std::make_unique<XYDataSet>(m_qualityTime, new DataArrayTemplate<double>(),
-                                            tr("Fix quality"), colorOf(FixQuality::None),
-                                            SYMBOL_NONE, Qt::SolidLine, barThickness, nullptr);
-    m_quality->getLook()->setColorBar(barCentre);
-    m_quality->getLook()->setHorizontalDisconnectionThreshold(m_longestLink);
+    for (auto& bar : m_qualityBars)
+        bar = makeQualityBar();
 }
 
 ReceiverData::~ReceiverData() = default;
@@ -112,7 +109,23 @@ std::unique_ptr<XYDataSet> ReceiverData::makeDataSet(QString const& name, QColor
     auto dataSet = std::make_unique<XYDataSet>(m_time, new DataArrayTemplate<double>(), name, color,
                                                SYMBOL_NONE, Qt::SolidLine, 1, nullptr);
     dataSet->getLook()->setHorizontalDisconnectionThreshold(m_longestLink);
+    // The log tells which satellites come, so the legend need not grow while it is replayed.
+    dataSet->setShowInLegendEvenIfEmpty(true);
     return dataSet;
+}
+
+std::unique_ptr<XYDataSet> ReceiverData::makeQualityBar() const
+{
+    auto bar = std::make_unique<XYDataSet>(m_qualityTime, m_quality, tr("Fix quality"),
+                                           colorOf(FixQuality::None), SYMBOL_NONE, Qt::SolidLine,
+                                           barThickness, nullptr);
+    bar->setShowInLegendEvenIfEmpty(true);
+    Look* const look = bar->getLook();
+    look->setColorBar(barCentre);
+    look->setHorizontalDisconnectionThreshold(m_longestLink);
+    for (Quality const& row : qualities)
+        look->setLegendText(QColor::fromRgb(row.color), tr(row.name));
+    return bar;
 }
 
 void ReceiverData::append(Epoch const& epoch)
@@ -127,10 +140,15 @@ void ReceiverData::append(Epoch const& epoch)
 
     if (!epoch.quality)
         return;
-    m_quality->append(time, double(int(*epoch.quality)));
-    if (m_lastQuality != epoch.quality)
-        m_quality->getLook()->changeFromLast(colorOf(*epoch.quality));
+    m_qualityTime->append(time);
+    m_quality->append(double(int(*epoch.quality)));
+    if (m_lastQuality == epoch.quality)
+        return;
     m_lastQuality = epoch.quality;
+    // As a whole entry, since a legend does not count a colour that merely is the default.
+    Look::Entry const entry{colorOf(*epoch.quality), SYMBOL_NONE, Qt::SolidLine, barThickness};
+    for (auto const& bar : m_qualityBars)
+        bar->getLook()->changeFromLast(entry);
 }
 
 void ReceiverData::clear()
@@ -138,11 +156,13 @@ void ReceiverData::clear()
     m_timeExtent.clear();
     m_time->reinit();
     m_qualityTime->reinit();
+    m_quality->reinit();
     for (auto const& dataSet : m_strengths)
         dataSet->yData->reinit();
-    for (XYDataSet const* const dataSet : {m_altitude.get(), m_inUse.get(), m_quality.get()})
-        dataSet->yData->reinit();
-    m_quality->getLook()->clear();
+    m_altitude->yData->reinit();
+    m_inUse->yData->reinit();
+    for (auto const& bar : m_qualityBars)
+        bar->getLook()->clear();
     m_lastQuality.reset();
 }
 
@@ -151,26 +171,21 @@ DataSetList ReceiverData::strengths() const
     DataSetList dataSets;
     for (auto const& dataSet : m_strengths)
         dataSets.append(dataSet.get());
+    return withBar(dataSets, StrengthPlot);
+}
+
+DataSetList ReceiverData::altitude() const
+{
+    return withBar({m_altitude.get()}, AltitudePlot);
+}
+
+DataSetList ReceiverData::satellitesInUse() const
+{
+    return withBar({m_inUse.get()}, InUsePlot);
+}
+
+DataSetList ReceiverData::withBar(DataSetList dataSets, Plot plot) const
+{
+    dataSets.append(m_qualityBars[plot].get());
     return dataSets;
-}
-
-QVector<ColorName> ReceiverData::systemColors() const
-{
-    QVector<ColorName> colors;
-    for (System const& system : systems) {
-        bool const present = std::any_of(m_keys.cbegin(), m_keys.cend(), [&](auto const& key) {
-            return key.satellite.constellation == system.constellation;
-        });
-        if (present)
-            colors.append({QColor::fromHsl(system.hue, 190, 100), tr(system.name)});
-    }
-    return colors;
-}
-
-QVector<ColorName> ReceiverData::qualityColors()
-{
-    QVector<ColorName> colors;
-    for (Quality const& row : qualities)
-        colors.append({QColor::fromRgb(row.color), tr(row.name)});
-    return colors;
 }

@@ -76,6 +76,7 @@ void LookLegend::update()
     grid->setSpacing(0);
     grid->setHorizontalSpacing(4);
     grid->setContentsMargins(2, 2, 2, 2);
+    grid->setColumnStretch(TextColumn, 1); // boxes and samples stay together in a wide legend
     int row = 0;
     if (!name.isEmpty()) {
         auto* const title = new QLabel("<b><u>" + name + "</u></b>", this);

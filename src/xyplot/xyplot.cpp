@@ -41,6 +41,23 @@ enum GridColumn : int {
     CanvasColumn = 2,
 };
 
+/// As high, with the frame, as the y scale reaches below the canvas: in whatever style, the ticks
+/// of the scale then stand at the grid lines.
+class HorizontalScrollBar : public QScrollBar
+{
+public:
+    explicit HorizontalScrollBar(QFrame* frame)
+        : QScrollBar(Qt::Horizontal, frame)
+        , height(XYScale::verticalOverhang - frame->frameWidth())
+    {
+    }
+
+    QSize sizeHint() const override { return {QScrollBar::sizeHint().width(), height}; }
+
+private:
+    int const height;
+};
+
 /// A title may be wrapped into as many lines as fit into that height, pixels.
 constexpr int highestTitle = 1000;
 
@@ -98,7 +115,8 @@ XYPlot::XYPlot(bool withScrollBars, bool xAxisTitleAbove, bool withoutBackwardLi
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("XYPlot"));
     createTitles();
     createCanvas(withoutBackwardLines);
-    fillLayout(createCanvasFrame(withScrollBars), xAxisTitleAbove);
+    createCanvasFrame(withScrollBars);
+    fillLayout(xAxisTitleAbove);
 }
 
 XYPlot::~XYPlot()
@@ -135,16 +153,16 @@ void XYPlot::createCanvas(bool withoutBackwardLines)
     connect(this, &XYPlot::sendMouseCoords, canvas, &XYCanvas::enableSendingMouseCoords);
 }
 
-QWidget* XYPlot::createCanvasFrame(bool withScrollBars)
+void XYPlot::createCanvasFrame(bool withScrollBars)
 {
-    auto* const frame = new QFrame;
-    frame->setContentsMargins(0, 0, 0, 0);
-    frame->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Plain));
-    auto* const grid = new QGridLayout(frame);
+    canvasFrame = new QFrame;
+    canvasFrame->setContentsMargins(0, 0, 0, 0);
+    canvasFrame->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Plain));
+    auto* const grid = new QGridLayout(canvasFrame);
     makeUnspaced(grid);
     grid->addWidget(canvas, 0, 0);
     if (!withScrollBars)
-        return frame;
+        return;
 
     auto* const verticalStrip = new QVBoxLayout;
     auto* const horizontalStrip = new QHBoxLayout;
@@ -153,7 +171,6 @@ QWidget* XYPlot::createCanvasFrame(bool withScrollBars)
     grid->addLayout(horizontalStrip, 1, 0);
     grid->addLayout(verticalStrip, 0, 1);
     grid->addWidget(createShowAllButton(), 1, 1);
-    return frame;
 }
 
 QPushButton* XYPlot::createShowAllButton()
@@ -173,7 +190,7 @@ void XYPlot::createScrollBar(QLayout* layout, Qt::Orientation orientation)
     if (vertical)
         bar = verticalScrollBar = new VerticalScrollBar(nullptr);
     else
-        bar = horizontalScrollBar = new QScrollBar(Qt::Horizontal);
+        bar = horizontalScrollBar = new HorizontalScrollBar(canvasFrame);
     int const side = vertical ? bar->sizeHint().width() : bar->sizeHint().height();
     QString const axis = vertical ? tr("vertical") : tr("horizontal");
     QIcon const icon(vertical ? QStringLiteral(":/pic/tp_showall_vertical_small.png")
@@ -206,7 +223,7 @@ void XYPlot::createScrollBar(QLayout* layout, Qt::Orientation orientation)
 }
 
 /// No spacing around the canvas: the scales must touch its frame.
-void XYPlot::fillLayout(QWidget* canvasFrame, bool xAxisTitleAbove)
+void XYPlot::fillLayout(bool xAxisTitleAbove)
 {
     plotGrid = new QGridLayout;
     plotGrid->setSpacing(0);

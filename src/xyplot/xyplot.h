@@ -10,6 +10,7 @@
 #include <QWidget>
 #include <memory>
 
+class QFrame;
 class QGridLayout;
 class QHBoxLayout;
 class QLabel;
@@ -174,9 +175,9 @@ private Q_SLOTS:
 private:
     void createTitles();
     void createCanvas(bool withoutBackwardLines);
-    QWidget* createCanvasFrame(bool withScrollBars);
+    void createCanvasFrame(bool withScrollBars);
     QPushButton* createShowAllButton();
-    void fillLayout(QWidget* canvasFrame, bool xAxisTitleAbove);
+    void fillLayout(bool xAxisTitleAbove);
     void addYScale();
     void addXScale(bool onTop);
     void detachScale(XYScale* scale, E_ORIENTATION_TYPE orientation);
@@ -190,6 +191,7 @@ private:
     std::unique_ptr<QList<Marker_t*>> markers; // on the heap: the canvas reads the lists
     QVBoxLayout* mainLayout = nullptr;
     XYCanvas* canvas = nullptr;
+    QFrame* canvasFrame = nullptr;
     QGridLayout* plotGrid = nullptr;
     QHBoxLayout* rowLayout = nullptr;
     QLabel* titleLabel = nullptr;

@@ -9,6 +9,7 @@
 #include "xyscale.h"
 
 #include <QFontMetrics>
+#include <QFrame>
 #include <QGridLayout>
 #include <QScrollBar>
 #include <QTimer>
@@ -95,6 +96,7 @@ void XYPlot::addXScale(bool onTop)
         return;
     xScale = new XYScale(eHORIZONTAL, grid->getLabelType(), onTop, nullptr);
     grid->setScale(xScale);
+    xScale->setContentsMargins(canvasFrame->frameWidth(), 0, 0, 0); // to begin with the canvas
     updateVerticalScaleHeight();
     plotGrid->addWidget(xScale, onTop ? xScaleRowAbove : xScaleRowBelow, xScaleColumn);
     QTimer::singleShot(scaleSetupDelayMs, this,

@@ -13,9 +13,6 @@
 namespace {
 DebugTag debugTag("XYScale");
 
-/// A vertical scale goes on below its canvas, so that a label at the low end finds room.
-constexpr int verticalOverhang = 18;
-
 /// A tick length from the render settings, within what leaves offsets room in an int.
 int lengthOf(int setting)
 {
@@ -67,6 +64,8 @@ void XYScale::drawScale(double step, double first, int divisions, QStringList* t
 void XYScale::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    painter.setViewport(contentsRect());
+    painter.setWindow(QRect(QPoint(0, 0), contentsRect().size()));
     paint(&painter);
 }
 

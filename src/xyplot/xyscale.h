@@ -32,7 +32,8 @@ public:
      */
     void drawScale(double step, double first, int divisions, QStringList* texts);
 
-    /// Draws the scale into the painter's viewport, with the render settings in force.
+    /// Draws the scale into the painter's viewport, with the render settings in force. On the
+    /// screen that is the contents rectangle of the widget.
     void paint(QPainter* painter);
 
     /// Pixels by which the scale is longer than the canvas at its low end; 0 before drawScale().
@@ -54,6 +55,9 @@ public:
     void paintLabelsAtFixedPosition(QPainter& painter) const;
     /// Width for the widest fixed label and the ticks; 0 without such labels or if horizontal.
     int getRequiredWidthForLabelsAtFixedPosition() const;
+
+    /// Pixels by which a vertical scale reaches below its canvas.
+    static constexpr int verticalOverhang = 18;
 
     /// The strip in pixels that a scale keeps for its ticks beside the labels.
     static int getTickReserve();
