@@ -38,6 +38,7 @@ XYCanvas::XYCanvas(QList<XYDataSet*>* plotDataSets, QList<Marker_t*>* plotMarker
 {
     debugTag.ask();
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("XYCanvas"));
+    qRegisterMetaType<datahit_t>("XYCanvas::datahit_t");
     setCursor(Qt::CrossCursor);
     backgroundPixmap = std::make_unique<QPixmap>();
     initializeViewTransform();

@@ -313,6 +313,19 @@ public:
     /// The map of drawn points, made on first use; owned here, until the next full redraw.
     ViewportMap<int>* getViewportMap(XYDataSet* dataSet);
     void clearViewportMaps();
+    /**
+     * The point nearest to viewport pixel (x, y), y downwards, of the drawn points of all data sets
+     * that are tracked; of equally near ones the first. Costs the points of one cell of the map.
+     *
+     * @param hit              the point; without one, only its data set is set, to null
+     * @param maximumDistance  pixels; a colour bar is met over its whole thickness
+     */
+    bool dataHitTest(int x, int y, datahit_t& hit, int maximumDistance);
+    /// The same for one data set; @p hit is written only if there is one.
+    bool dataHitTest(XYDataSet* dataSet, int x, int y, datahit_t& hit, int maximumDistance);
+    /// Tells by mouseOverData() the point under the mouse, at each event while it is over one, and
+    /// once, with a null data set, that it has left it. Events other than the mouse's leave it.
+    void dataHitTestAndEmit(QEvent* event);
 
     // Markers.
 
@@ -356,6 +369,7 @@ Q_SIGNALS:
     void zoomFullHorizontalEnabled(bool enabled);
     void zoomFullVerticalEnabled(bool enabled);
     void zoomFullBothEnabled(bool enabled);
+    /// See dataHitTestAndEmit(). @p event is null where the mouse has left the widget.
     void mouseOverData(XYCanvas::datahit_t hit, QMouseEvent* event);
 
 public Q_SLOTS:
@@ -415,6 +429,7 @@ private:
     void connectZoomButton(QAbstractButton* button, char const* slot, char const* enabled);
     void takeScrollBar(Bounds::Direction direction);
     void followFrom(Bounds::Direction direction, Bounds::End end, Bounds& view);
+    static QPoint pixelOf(QMouseEvent const& event);
     void reportMousePosition(QPointF world);
     void dragTo(QPoint position);
     void zoomToRubberBand();
@@ -496,6 +511,8 @@ private:
     QHash<XYDataSet*, bool> mouseOverDataTracking;
     bool defaultMouseOverDataTracking = false;
     QHash<XYDataSet*, ViewportMap<int>*> viewportMaps;
+    datahit_t lastDataHit;
+    bool isOverData = false; // a hit was told and its end was not
 
     QFlags<Qt::Orientation> mouseMarkerOrientations;
     QFlags<Qt::Orientation> interplotMouseMarkerOrientations;
@@ -510,3 +527,5 @@ private:
     std::unique_ptr<Marker_t> intervalStartTimeMarker;
     std::unique_ptr<Marker_t> intervalStopTimeMarker;
 };
+
+Q_DECLARE_METATYPE(XYCanvas::datahit_t)

@@ -270,4 +270,6 @@ void XYCanvas::forget(XYDataSet const* dataSet)
     runMarks.remove(dataSet);
     mouseOverDataTracking.remove(key);
     delete viewportMaps.take(key);
+    if (lastDataHit.dataSet == dataSet)
+        lastDataHit.dataSet = nullptr;
 }

@@ -17,13 +17,13 @@ constexpr int wheelDegreesPerNotch = 15;
 /// So many halvings lead from the largest double to the smallest, whatever a driver may report.
 constexpr int mostNotches = 2100;
 
+} // namespace
+
 /// Pixel of the mouse, which a device finer than the screen may place between two.
-QPoint pixelOf(QMouseEvent const& event)
+QPoint XYCanvas::pixelOf(QMouseEvent const& event)
 {
     return {roundToPixel(event.position().x()), roundToPixel(event.position().y())};
 }
-
-} // namespace
 
 void XYCanvas::mousePressEvent(QMouseEvent* event)
 {
@@ -39,6 +39,7 @@ void XYCanvas::mousePressEvent(QMouseEvent* event)
         rubberBand->setGeometry(QRect(position, position - QPoint(2, 2)));
         rubberBand->show();
     }
+    dataHitTestAndEmit(event);
 }
 
 void XYCanvas::mouseMoveEvent(QMouseEvent* event)
@@ -55,20 +56,22 @@ void XYCanvas::mouseMoveEvent(QMouseEvent* event)
         dragTo(position);
     else if (cursor().shape() == Qt::CrossCursor && rubberBand)
         rubberBand->setGeometry(QRect(rubberBandOrigin, position).normalized());
+    dataHitTestAndEmit(event);
     updateMouseMarkers(world.x(), world.y(), false);
     mouseHasMoved = true;
 }
 
 void XYCanvas::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton)
-        return;
-    if (cursor().shape() == Qt::ClosedHandCursor)
-        setCursor(Qt::OpenHandCursor);
-    else if (rubberBand && mouseHasMoved)
-        zoomToRubberBand();
-    // A band of a press without a move stays behind, empty, as a child of the canvas.
-    rubberBand = nullptr;
+    if (event->button() == Qt::LeftButton) {
+        if (cursor().shape() == Qt::ClosedHandCursor)
+            setCursor(Qt::OpenHandCursor);
+        else if (rubberBand && mouseHasMoved)
+            zoomToRubberBand();
+        // A band of a press without a move stays behind, empty, as a child of the canvas.
+        rubberBand = nullptr;
+    }
+    dataHitTestAndEmit(event);
 }
 
 void XYCanvas::wheelEvent(QWheelEvent* event)
@@ -98,6 +101,7 @@ void XYCanvas::wheelEvent(QWheelEvent* event)
 
 void XYCanvas::leaveEvent(QEvent* event)
 {
+    dataHitTestAndEmit(event);
     mouseMarkerMouseLeave(false);
     QFrame::leaveEvent(event);
 }

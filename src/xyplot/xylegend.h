@@ -19,6 +19,7 @@ class QFrame;
 class QGridLayout;
 class QLabel;
 class QMenu;
+class QPainter;
 class QSignalMapper;
 class QVBoxLayout;
 class RetiredWidgets;
@@ -67,6 +68,18 @@ public:
      */
     QPixmap createPixmap(int index, QColor background, bool withText, qreal pixelRatio = 1.0);
 
+    /**
+     * A picture of the legend: the names of all visible data sets that have values, and a block for
+     * each colour bar.
+     *
+     * The fonts of the render settings shrink until it fits @p maximum; if none is small enough, it
+     * is cut to that size, after a dialog that warns of it, at most once a minute and never with
+     * zelplotUserInteractionDisabled set.
+     *
+     * @return no larger than need be; null (isNull) without anything to show
+     */
+    QPixmap drawLegendToPixmap(QSize maximum);
+
     /// Whether a check box is telling its change, so that the legend must not be deleted.
     bool isSignalUnderWay() const;
 
@@ -86,6 +99,17 @@ private Q_SLOTS:
     void allOrNoneCBToggled();
 
 private:
+    struct Picture;
+
+    Picture collectPicture() const;
+    void warnThatLegendIsCropped();
+    static void paintHeading(QPainter& painter, Picture const& picture, QString const& heading,
+                             int baseline);
+    static void paintLine(QPainter& painter, Picture const& picture, QPixmap const& sample,
+                          QString const& text, int baseline);
+    void paintColorBar(QPainter& painter, Picture const& picture, XYDataSet* dataSet,
+                       int& baseline);
+
     /// Indices of the data sets that get a row.
     QList<int> listedDataSets() const;
     void fillMenu();

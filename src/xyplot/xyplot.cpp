@@ -58,9 +58,6 @@ private:
     int const height;
 };
 
-/// A title may be wrapped into as many lines as fit into that height, pixels.
-constexpr int highestTitle = 1000;
-
 void makeUnspaced(QLayout* layout)
 {
     layout->setContentsMargins(0, 0, 0, 0);

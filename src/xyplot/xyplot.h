@@ -3,6 +3,7 @@
 #include "markers.h"
 #include "xyabstractgrid.h"
 #include "xylegend.h"
+#include "xyplotcommon.h"
 #include "zelplot_export.h"
 #include <QList>
 #include <QPointer>
@@ -130,6 +131,24 @@ public:
     /// Where a legend that is added later goes instead of beside this plot; stays the caller's.
     void setParentLayoutForLegend(QLayout* layout);
 
+    // Pictures.
+
+    /**
+     * The plot in exactly @p size pixels, drawn with other fonts, widths and lengths.
+     *
+     * The plot need not be shown. Both scales should be there. If the labels at fixed positions
+     * turn out to need another width of the y scale, the drawing starts over, and for each time
+     * that it does, an entry with @p settings stays on the stack of render settings, for the caller
+     * to pop. From then on the canvas draws its background in one go.
+     *
+     * @param drawLegend      with the plot's legend, if it has one, in at most a third of the width
+     * @param drawXAxisTitle  that of the y axis is always drawn
+     * @param title           of the picture, below the canvas, in place of the plot's; may be empty
+     * @return null (isNull) for an empty size
+     */
+    QPixmap renderToPixmap(QSize size, PlotRenderSettings_t settings, bool drawLegend,
+                           bool drawXAxisTitle, QString title);
+
     /// Puts a scroll bar and its zoom buttons into @p layout; for the constructor.
     void createScrollBar(QLayout* layout, Qt::Orientation orientation);
 
@@ -173,6 +192,17 @@ private Q_SLOTS:
     void updateVerticalScale();
 
 private:
+    struct Picture;
+
+    /// A title may be wrapped into as many lines as fit into that height, pixels.
+    static constexpr int highestTitle = 1000;
+
+    QPixmap render(Picture const& wanted, PlotRenderSettings_t const& settings, int restartsLeft);
+    void measurePicture(Picture& picture);
+    void paintTitleOf(Picture& picture);
+    void paintCanvasOf(Picture& picture);
+    void paintAxesOf(Picture& picture);
+    QPixmap composePicture(Picture const& picture) const;
     void createTitles();
     void createCanvas(bool withoutBackwardLines);
     void createCanvasFrame(bool withScrollBars);
