@@ -116,6 +116,8 @@ void tst_XYPlotRender::settingsAreThoseOfThePicture()
         return qRound(sum);
     };
     QCOMPARE(thickness(render({400, 300})), 1);
+    settings.lineThicknessFactor = 3; // with the canvas at the size that it had
+    QCOMPARE(thickness(render({400, 300})), 3);
     settings.lineThicknessFactor = 7;
     settings.majorTickLength = 40;
     QImage const thick = render({400, 300});

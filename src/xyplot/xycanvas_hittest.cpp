@@ -8,6 +8,7 @@
 #include "xyplotcommon.h"
 
 #include <QMouseEvent>
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -17,35 +18,75 @@ namespace {
 /// only those in the mouse's own cell are found.
 constexpr int hitReach = 10; // pixels
 
-/// Tells which points the mouse reaches, and how far they are from it.
-class MouseReach
+/// The search for the point nearest to the mouse among those of one cell of a map.
+class NearestPoint
 {
 public:
-    MouseReach(XYDataSet& testedDataSet, ViewTransform const& transform, QPoint mousePosition,
-               int maximumDistance)
-        : look(testedDataSet.getLook())
+    NearestPoint(XYDataSet& testedDataSet, ViewTransform const& transform, QPoint mousePosition,
+                 int maximumDistance)
+        : dataSet(testedDataSet)
+        , look(testedDataSet.getLook())
         , isBar(look->isColorBar())
         , locator(testedDataSet, transform, false)
+        , isSorted(testedDataSet.xData->isNondecreasing() && transform.xFactor > 0.0)
         , mouse(mousePosition)
         , reach(maximumDistance)
     {
     }
 
-    /// Distance in pixels; NaN if the point is not reached. Sets @p pixel to its place.
-    double distanceOf(int index, QPoint& pixel) const
+    /// @p indices  of points, ascending, as they were drawn
+    void search(QVector<int> const& indices)
     {
-        PlotPoint const point = locator.locate(index);
-        if (!point.valid)
-            return NaN;
-        pixel = point.pixel;
-        double const dx = std::abs(double(mouse.x()) - pixel.x());
-        double const dy = std::abs(double(mouse.y()) - pixel.y());
-        double const distance = std::sqrt(dx * dx + dy * dy);
-        bool const isReached = isBar ? dy <= barReach(index) && dx <= reach : distance <= reach;
-        return isReached ? distance : NaN;
+        // A column that has shrunk since leaves indices beyond its end.
+        int const size = qMin(dataSet.xData->dataSize(), dataSet.yData->dataSize());
+        if (!isSorted) {
+            for (int const index : indices) {
+                if (index < size)
+                    consider(index, locator.locate(index));
+            }
+            return;
+        }
+        // From the column of the mouse to both sides, until a column is further than the point.
+        auto const end = std::lower_bound(indices.cbegin(), indices.cend(), size);
+        auto const isLeft
+            = [this](int index, int x) { return locator.locate(index).pixel.x() < x; };
+        auto const middle = std::lower_bound(indices.cbegin(), end, mouse.x(), isLeft);
+        for (auto it = middle; it != end && reachesColumnOf(*it); ++it) { }
+        for (auto it = middle; it != indices.cbegin() && reachesColumnOf(*(it - 1)); --it) { }
     }
 
+    bool isFound() const { return nearest >= 0; }
+    int getIndex() const { return nearest; }
+    double getDistance() const { return distance; } ///< pixels
+    QPoint getPixel() const { return pixel; }
+
 private:
+    bool reachesColumnOf(int index)
+    {
+        PlotPoint const point = locator.locate(index);
+        double const dx = std::abs(double(mouse.x()) - point.pixel.x());
+        if (dx > reach || (isFound() && dx > distance))
+            return false;
+        consider(index, point);
+        return true;
+    }
+
+    /// Of equally near points the first counts.
+    void consider(int index, PlotPoint const& point)
+    {
+        if (!point.valid)
+            return;
+        double const dx = std::abs(double(mouse.x()) - point.pixel.x());
+        double const dy = std::abs(double(mouse.y()) - point.pixel.y());
+        double const d = std::sqrt(dx * dx + dy * dy);
+        bool const isReached = isBar ? dx <= reach && dy <= barReach(index) : d <= reach;
+        if (!isReached || (isFound() && (d > distance || (d == distance && index > nearest))))
+            return;
+        nearest = index;
+        distance = d;
+        pixel = point.pixel;
+    }
+
     /// A bar is met all over its thickness.
     double barReach(int index) const
     {
@@ -54,11 +95,17 @@ private:
         return double(thickness / 2 + 1);
     }
 
+    XYDataSet& dataSet;
     Look* look;
     bool isBar;
     PointLocator locator;
+    bool isSorted;
     QPoint mouse;
     int reach;
+
+    int nearest = -1; // index
+    double distance = NaN;
+    QPoint pixel;
 };
 
 } // namespace
@@ -72,22 +119,15 @@ bool XYCanvas::dataHitTest(XYDataSet* dataSet, int x, int y, datahit_t& hit, int
     int row = 0;
     if (!map->lookupCell(x, y, column, row))
         return false;
-    // A column that has shrunk since the points were entered leaves indices beyond its end.
-    int const size = qMin(dataSet->xData->dataSize(), dataSet->yData->dataSize());
-    MouseReach const mouse(*dataSet, transform, QPoint(x, y), maximumDistance);
-    bool found = false;
-    for (int const index : qAsConst(map->getItemVector(column, row))) {
-        if (index >= size)
-            continue;
-        QPoint pixel;
-        double const distance = mouse.distanceOf(index, pixel);
-        if (distance != distance || (found && hit.distance <= distance))
-            continue;
-        hit = {dataSet,           index, double(index), distance, x, y, double(pixel.x()),
-               double(pixel.y()), this};
-        found = true;
-    }
-    return found;
+    NearestPoint point(*dataSet, transform, QPoint(x, y), maximumDistance);
+    point.search(map->getItemVector(column, row));
+    if (!point.isFound())
+        return false;
+    int const index = point.getIndex();
+    QPoint const pixel = point.getPixel();
+    hit = {dataSet,           index, double(index), point.getDistance(), x, y, double(pixel.x()),
+           double(pixel.y()), this};
+    return true;
 }
 
 bool XYCanvas::dataHitTest(int x, int y, datahit_t& hit, int maximumDistance)

@@ -125,6 +125,7 @@ QPixmap XYPlot::render(Picture const& wanted, PlotRenderSettings_t const& settin
     setupYScaleForFixedPositionedDatasets();
     updateHorizontalScaleWidth();
     updateVerticalScaleHeight();
+    canvas->fullRepaint();
     return composePicture(picture);
 }
 
@@ -187,6 +188,7 @@ void XYPlot::paintCanvasOf(Picture& picture)
     QSize const size = picture.canvasSize;
     setupYScaleForFixedPositionedDatasets(size.height(), renderedScrollBarHeight);
     canvas->setContinueBackgroundDrawingUntilFinished(true);
+    canvas->fullRepaint(); // what it has of that size was drawn with other settings
     picture.canvas = painted(size, Qt::white, [&](QPainter& painter) {
         painter.save();
         canvas->drawCanvas(&painter);
