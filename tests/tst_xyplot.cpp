@@ -22,6 +22,7 @@ private Q_SLOTS:
     void buttonsAndBarsMoveTheView();
     void dataAppearsWithoutBeingAskedFor();
     void goesWhileTimersAreDue();
+    void legendRemovedByItsOwnRebuild();
     void everySizeIsDrawn();
     void titleIsDrawnAboutItsCentre();
 };
@@ -204,6 +205,19 @@ void tst_XYPlot::goesWhileTimersAreDue()
     stage->plot.getDataSets().first()->getLook()->changeFromLast(Qt::green);
     stage.reset();
     QTest::qWait(300);
+}
+
+void tst_XYPlot::legendRemovedByItsOwnRebuild()
+{
+    PlotStage stage;
+    for (int i = 0; i < 4; ++i)
+        stage.addToPlot(QString::number(i));
+    stage->addLegend(true, eLEGEND_RIGHT, nullptr);
+    QPointer<XYLegend> const legend = stage->getLegend();
+    connect(legend, &XYLegend::dataSetVisibilityChanged, &stage.plot, &XYPlot::removeLegend);
+    stage->addLegend(true, eLEGEND_RIGHT, nullptr);
+    QVERIFY(!stage->getLegend());
+    QTRY_VERIFY(!legend);
 }
 
 void tst_XYPlot::everySizeIsDrawn()

@@ -112,7 +112,7 @@ void XYLegend::update()
     else
         rebuildFrame();
     if (allCheckBox && noneCheckBox)
-        applyToggle(2); // whatever the index, for what follows: the two boxes and the signal
+        toggled(2); // whatever the index, for what follows: the two boxes and the signal
     updateColorBarLegends();
 }
 
@@ -303,11 +303,6 @@ LookLegend* XYLegend::getColorBarLegend(XYDataSet* dataSet)
 void XYLegend::toggled(int i)
 {
     RetiredWidgets::SignalScope const scope(*retiredWidgets);
-    applyToggle(i);
-}
-
-void XYLegend::applyToggle(int i)
-{
     if (isInMenu()) {
         if (i < dataSets->size() && i < actions.size() && actions.at(i))
             dataSets->at(i)->visible = actions.at(i)->isChecked();

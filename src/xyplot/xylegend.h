@@ -98,7 +98,6 @@ private:
     void addRows(QList<int> const& listed, int headerRows);
     void addCheckBox(int dataSetIndex, int row, int column);
     void addSampleAndName(int dataSetIndex, int row, int base);
-    void applyToggle(int dataSetIndex);
     void setAllBoxes(QCheckBox* other, bool checked);
     void updateAllAndNone();
     bool isInMenu() const { return position == eLEGEND_IN_MENU; }

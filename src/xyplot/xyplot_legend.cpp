@@ -26,7 +26,9 @@ void XYPlot::addLegend(bool checkable, E_LEGEND_POSITION position, QMenu* menu)
                 &XYPlot::redrawCanvasWithoutInterruption);
         setLegendVisible(legendVisible);
     }
-    connectLegend();
+    // Who hears of the update may have removed the legend.
+    if (legend)
+        connectLegend();
 }
 
 bool XYPlot::hasVisibleColorBar() const
