@@ -5,6 +5,7 @@
 #include "xyplotcommon.h"
 #include "xyscale.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QSignalSpy>
 
@@ -23,6 +24,7 @@ private Q_SLOTS:
     void dataAppearsWithoutBeingAskedFor();
     void goesWhileTimersAreDue();
     void legendRemovedByItsOwnRebuild();
+    void goesWithinASignalOfItsLegend();
     void everySizeIsDrawn();
     void titleIsDrawnAboutItsCentre();
 };
@@ -218,6 +220,27 @@ void tst_XYPlot::legendRemovedByItsOwnRebuild()
     stage->addLegend(true, eLEGEND_RIGHT, nullptr);
     QVERIFY(!stage->getLegend());
     QTRY_VERIFY(!legend);
+}
+
+void tst_XYPlot::goesWithinASignalOfItsLegend()
+{
+    for (bool const withinALoop : {false, true}) {
+        auto stage = std::make_unique<PlotStage>();
+        for (int i = 0; i < 4; ++i)
+            stage->addToPlot(QString::number(i));
+        stage->plot.addLegend(true, eLEGEND_RIGHT, nullptr);
+        QPointer<XYLegend> const legend = stage->plot.getLegend();
+        connect(legend, &XYLegend::dataSetVisibilityChanged, this, [&] {
+            if (!withinALoop)
+                stage.reset();
+            QTimer::singleShot(0, this, [&] { stage.reset(); });
+            QTRY_VERIFY(!stage);
+            QTest::qWait(1); // deletes what is due
+        });
+        legend->findChildren<QCheckBox*>().at(1)->click(); // none
+        QVERIFY(!stage && legend);
+        QTRY_VERIFY(!legend);
+    }
 }
 
 void tst_XYPlot::everySizeIsDrawn()

@@ -26,6 +26,8 @@ namespace {
 DebugTag debugTag("XYLegend");
 
 constexpr int updateDelayMs = 200;
+/// A slot may run an event loop for long, so the end of the signal is looked for now and then.
+constexpr int retirementCheckMs = 100;
 constexpr int layoutSpacing = 20; // pixels
 
 /// Shorter lists are ticked faster by hand.
@@ -103,6 +105,27 @@ bool XYLegend::isSignalUnderWay() const
     return retiredWidgets->isSignalUnderWay()
         || std::any_of(legends.cbegin(), legends.cend(),
                        [](LookLegend const* legend) { return legend->isSignalUnderWay(); });
+}
+
+void XYLegend::retire()
+{
+    if (!isSignalUnderWay()) {
+        delete this;
+        return;
+    }
+    dataSets = &noDataSets;
+    menu = nullptr;
+    disconnect(this, &XYLegend::dataSetVisibilityChanged, nullptr, nullptr);
+    hide();
+    setParent(nullptr);
+    auto* const check = new QTimer(this);
+    connect(check, &QTimer::timeout, this, [this, check] {
+        if (isSignalUnderWay())
+            check->setInterval(retirementCheckMs);
+        else
+            deleteLater();
+    });
+    check->start(0);
 }
 
 void XYLegend::update()

@@ -103,7 +103,7 @@ XYPlot::XYPlot(bool withScrollBars, bool xAxisTitleAbove, bool withoutBackwardLi
 
 XYPlot::~XYPlot()
 {
-    delete legend;
+    removeLegend();
     MemLeakTracer::getInstance()->doDeallocateObject(QStringLiteral("XYPlot"));
 }
 

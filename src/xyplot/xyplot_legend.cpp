@@ -71,14 +71,8 @@ void XYPlot::removeLegend()
         rowLayout->removeWidget(legend);
     else if (legendPosition == eLEGEND_BOTTOM)
         mainLayout->removeWidget(legend);
-    if (legend->isSignalUnderWay()) {
-        // Called from a slot of its own check box, which outlives its signal.
-        legend->hide();
-        legend->deleteLater();
-        legend = nullptr;
-        return;
-    }
-    delete legend;
+    legend->retire();
+    legend = nullptr;
 }
 
 void XYPlot::setParentLayoutForLegend(QLayout* layout)
