@@ -6,8 +6,7 @@
 #include "xyscale.h"
 
 #include <QCheckBox>
-#include <QLabel>
-#include <QSignalSpy>
+#include <QVBoxLayout>
 
 class tst_XYPlot : public LibraryTest
 {
@@ -80,6 +79,15 @@ void tst_XYPlot::scalesStandAtTheCanvas()
     QCOMPARE(place(stage->getXScale()).bottom() + 2, canvas.top()); // the frame lies between
     QCOMPARE(place(stage->getYScale()).right() + 2, canvas.left());
     QCOMPARE(place(stage->getYScale()).bottom(), below.bottom() + 1);
+
+    // A strip of the application's takes its bar along.
+    QWidget strip;
+    PlotStage plain(false);
+    plain->createScrollBar(new QVBoxLayout(&strip), Qt::Horizontal);
+    QVERIFY(plain->getHorizontalScrollBar());
+    delete plain->getHorizontalScrollBar();
+    plain->redrawCanvas();
+    QVERIFY(!plain->getHorizontalScrollBar());
 
     stage->removeScale(eVERTICAL);
     QVERIFY(!stage->getYScale() && !stage->getCanvas()->getGrid(eVERTICAL)->getScale());

@@ -107,6 +107,16 @@ XYPlot::~XYPlot()
     MemLeakTracer::getInstance()->doDeallocateObject(QStringLiteral("XYPlot"));
 }
 
+QScrollBar* XYPlot::getHorizontalScrollBar() const
+{
+    return horizontalScrollBar;
+}
+
+VerticalScrollBar* XYPlot::getVerticalScrollBar() const
+{
+    return verticalScrollBar;
+}
+
 void XYPlot::createTitles()
 {
     titleLabel = new QLabel(tr("Plot-title"));
@@ -169,11 +179,11 @@ QPushButton* XYPlot::createShowAllButton()
 void XYPlot::createScrollBar(QLayout* layout, Qt::Orientation orientation)
 {
     bool const vertical = orientation == Qt::Vertical;
-    QScrollBar* bar = nullptr;
     if (vertical)
-        bar = verticalScrollBar = new VerticalScrollBar(nullptr);
+        verticalScrollBar = new VerticalScrollBar(nullptr);
     else
-        bar = horizontalScrollBar = new QScrollBar(Qt::Horizontal);
+        horizontalScrollBar = new QScrollBar(Qt::Horizontal);
+    QScrollBar* const bar = vertical ? verticalScrollBar : horizontalScrollBar;
     int const side = vertical ? bar->sizeHint().width() : bar->sizeHint().height();
     QString const axis = vertical ? tr("vertical") : tr("horizontal");
     QIcon const icon(vertical ? QStringLiteral(":/pic/tp_showall_vertical_small.png")

@@ -61,8 +61,8 @@ public:
     QList<XYDataSet*> getDataSets() const { return *dataSets; }
     QList<Marker_t*> getMarkers() const { return *markers; }
     /// Null in a plot without scroll bars, as the other.
-    QScrollBar* getHorizontalScrollBar() const { return horizontalScrollBar; }
-    VerticalScrollBar* getVerticalScrollBar() const { return verticalScrollBar; }
+    QScrollBar* getHorizontalScrollBar() const;
+    VerticalScrollBar* getVerticalScrollBar() const;
 
     // Data sets and markers. Those removed show until the next redraw.
 
@@ -129,7 +129,8 @@ public:
     /// Where a legend that is added later goes instead of beside this plot; stays the caller's.
     void setParentLayoutForLegend(QLayout* layout);
 
-    /// Puts a scroll bar and its zoom buttons into @p layout; for the constructor.
+    /// Puts a scroll bar and its zoom buttons into @p layout, once for each orientation; for the
+    /// constructor, or for an application that wants them elsewhere.
     void createScrollBar(QLayout* layout, Qt::Orientation orientation);
 
     int minimumPlotWidth = 0; ///< a note of the ready-made plots; the minimum width that they set
@@ -195,7 +196,7 @@ private:
     QLabel* titleLabel = nullptr;
     QLabel* xAxisTitleLabel = nullptr;
     VerticalLabel* yAxisTitleLabel = nullptr;
-    QScrollBar* horizontalScrollBar = nullptr;
+    QPointer<QScrollBar> horizontalScrollBar; // in a layout that may be the application's
     QPointer<XYScale> yScale;
     QPointer<XYScale> xScale;
     QPointer<XYLegend> legend;
@@ -205,6 +206,6 @@ private:
     std::unique_ptr<QList<XYDataSet*>> dataSets;
     std::unique_ptr<QList<EllipseMarker_t*>> ellipseMarkers;
     std::unique_ptr<QList<CrossMarker_t*>> crossMarkers;
-    VerticalScrollBar* verticalScrollBar = nullptr;
+    QPointer<VerticalScrollBar> verticalScrollBar;
     QList<QPointer<XYPlot>> groupOfPlots;
 };
