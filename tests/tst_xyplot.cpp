@@ -109,6 +109,18 @@ void tst_XYPlot::scaleWidthIsThatOfTheWidestLabel()
     QCOMPARE(stage->getXScale()->minimumHeight(), metrics.height() + 10);
     stage->setLabelType(eHORIZONTAL, eNO_LABELS);
     QCOMPARE(stage->getXScale()->maximumHeight(), 10);
+
+    // What no widget can be is not asked of it, which would be told each time.
+    for (int const length : {-80, std::numeric_limits<int>::max()}) {
+        plotRenderSettings.push(getDefaultPlotRenderSettings());
+        getPlotRenderSettings().majorTickLength = length;
+        stage->updateHorizontalScaleWidth();
+        stage->updateVerticalScaleHeight();
+        int const most = length < 0 ? 0 : QWIDGETSIZE_MAX;
+        QCOMPARE(stage->getYScale()->maximumWidth(), most);
+        QCOMPARE(stage->getXScale()->maximumHeight(), most);
+        plotRenderSettings.pop();
+    }
 }
 
 void tst_XYPlot::groupSharesTheWidestScale()
