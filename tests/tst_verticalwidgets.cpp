@@ -23,6 +23,7 @@ private Q_SLOTS:
     void labelReadsUpwards();
     void pressMovesTheOtherWay_data();
     void pressMovesTheOtherWay();
+    void barGoesWithinItsStep();
 };
 
 void tst_VerticalWidgets::labelReadsUpwards()
@@ -86,6 +87,16 @@ void tst_VerticalWidgets::pressMovesTheOtherWay()
     QTest::mouseRelease(&bar, Qt::LeftButton, {}, {8, y});
     QCOMPARE(bar.repeatAction(), Slider::SliderNoAction);
     QCOMPARE(bar.isSliderDown(), moved == 0); // only the repetition ends
+}
+
+void tst_VerticalWidgets::barGoesWithinItsStep()
+{
+    QPointer<VerticalScrollBar> const bar = new VerticalScrollBar(nullptr);
+    bar->resize(16, 200);
+    bar->setValue(50);
+    connect(bar, &Slider::valueChanged, this, [=] { delete bar; });
+    QTest::mousePress(bar, Qt::LeftButton, {}, {8, 3});
+    QVERIFY(!bar);
 }
 
 QTEST_MAIN(tst_VerticalWidgets)
