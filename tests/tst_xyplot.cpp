@@ -24,6 +24,7 @@ private Q_SLOTS:
     void goesWhileTimersAreDue();
     void legendRemovedByItsOwnRebuild();
     void goesWithinASignalOfItsLegend();
+    void legendWaitsForItsPlace();
     void everySizeIsDrawn();
     void titleIsDrawnAboutItsCentre();
 };
@@ -261,6 +262,20 @@ void tst_XYPlot::goesWithinASignalOfItsLegend()
         QVERIFY(!stage && legend);
         QTRY_VERIFY(!legend);
     }
+}
+
+void tst_XYPlot::legendWaitsForItsPlace()
+{
+    PlotStage stage;
+    auto* const layout = new QVBoxLayout;
+    stage->setParentLayoutForLegend(layout);
+    stage->setLegendVisible(false);
+    stage->addLegend(true, eLEGEND_BOTTOM, nullptr);
+    stage->setLegendVisible(true);
+    QVERIFY(stage->getLegend()->isHidden()); // no window of its own
+    QWidget host;
+    host.setLayout(layout);
+    QVERIFY(!stage->getLegend()->isHidden());
 }
 
 void tst_XYPlot::everySizeIsDrawn()

@@ -83,7 +83,11 @@ void XYPlot::setParentLayoutForLegend(QLayout* layout)
 void XYPlot::setLegendVisible(bool flag)
 {
     legendVisible = flag;
-    // A legend without a place would come up as a window of its own.
-    if (legend && (!flag || legend->parentWidget()))
+    if (!legend)
+        return;
+    // Without a place it would come up as a window of its own; it shows once it gets one.
+    if (flag && !legend->parentWidget())
+        legend->setAttribute(Qt::WA_WState_ExplicitShowHide, false);
+    else
         legend->setVisible(flag);
 }
