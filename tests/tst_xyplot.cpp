@@ -21,7 +21,6 @@ private Q_SLOTS:
     void autoPositionsShareTheHeight();
     void buttonsAndBarsMoveTheView();
     void dataAppearsWithoutBeingAskedFor();
-    void goesWhileTimersAreDue();
     void legendRemovedByItsOwnRebuild();
     void goesWithinASignalOfItsLegend();
     void legendWaitsForItsPlace();
@@ -111,17 +110,13 @@ void tst_XYPlot::scaleWidthIsThatOfTheWidestLabel()
     stage->setLabelType(eHORIZONTAL, eNO_LABELS);
     QCOMPARE(stage->getXScale()->maximumHeight(), 10);
 
-    // What no widget can be is not asked of it, which would be told each time.
-    for (int const length : {-80, std::numeric_limits<int>::max()}) {
-        plotRenderSettings.push(getDefaultPlotRenderSettings());
-        getPlotRenderSettings().majorTickLength = length;
-        stage->updateHorizontalScaleWidth();
-        stage->updateVerticalScaleHeight();
-        int const most = length < 0 ? 0 : QWIDGETSIZE_MAX;
-        QCOMPARE(stage->getYScale()->maximumWidth(), most);
-        QCOMPARE(stage->getXScale()->maximumHeight(), most);
-        plotRenderSettings.pop();
-    }
+    // A size that no widget can have would be asked for, and refused, at each change.
+    plotRenderSettings.push(getPlotRenderSettings());
+    getPlotRenderSettings().majorTickLength = -80;
+    stage->updateHorizontalScaleWidth();
+    stage->updateVerticalScaleHeight();
+    plotRenderSettings.pop();
+    QCOMPARE(stage->getYScale()->maximumWidth() + stage->getXScale()->maximumHeight(), 0);
 }
 
 void tst_XYPlot::groupSharesTheWidestScale()
@@ -210,24 +205,21 @@ void tst_XYPlot::buttonsAndBarsMoveTheView()
 void tst_XYPlot::dataAppearsWithoutBeingAskedFor()
 {
     PlotStage stage;
-    stage->resize(300, 200);
-    XYDataSet* const dataSet = stage.addToPlot("data", {});
-    stage->getCanvas()->setBounds({0.0, 1.0, -1.0, 1.0}, {0.0, 1.0, -1.0, 1.0}, true);
-    QTest::qWait(300); // the redraw that adding brings is over
-    stage->grab();
-    dataSet->append(0.0, 0.0);
-    stage->grab();
-    QCOMPARE(stage->getCanvas()->getLastProcessedIndex(dataSet), 0);
-}
-
-void tst_XYPlot::goesWhileTimersAreDue()
-{
-    auto stage = std::make_unique<PlotStage>();
-    stage->addToPlot("data");
-    stage->plot.addLegend(true, eLEGEND_RIGHT, nullptr);
-    stage->plot.getDataSets().first()->getLook()->changeFromLast(Qt::green);
-    stage.reset();
-    QTest::qWait(300);
+    XYCanvas* const canvas = stage->getCanvas();
+    canvas->setBounds({0.0, 1.0, -1.0, 1.0}, {0.0, 1.0, -1.0, 1.0}, true);
+    // Not by grab(), which resizes a plot that is not shown, and so redraws it.
+    auto const isDrawn = [=](XYDataSet* dataSet) {
+        TestImage({200, 100}, 1.0, [=](QPainter* painter) { canvas->drawCanvas(painter); });
+        return canvas->getLastProcessedIndex(dataSet) == 0;
+    };
+    XYDataSet* const full = stage.add("full", {0.0});
+    QVERIFY(!isDrawn(full));
+    stage->addDataSet(full);
+    QVERIFY(!isDrawn(full));
+    QTRY_VERIFY(isDrawn(full));
+    XYDataSet* const empty = stage.addToPlot("empty", {});
+    empty->append(0.0, 0.0);
+    QVERIFY(isDrawn(empty));
 }
 
 void tst_XYPlot::legendRemovedByItsOwnRebuild()
@@ -258,10 +250,13 @@ void tst_XYPlot::goesWithinASignalOfItsLegend()
             QTRY_VERIFY(!stage);
             QTest::qWait(1); // deletes what is due
         });
+        // The timers of plot and legend are due after their end.
+        stage->plot.getDataSets().first()->getLook()->changeFromLast(Qt::green);
         legend->findChildren<QCheckBox*>().at(1)->click(); // none
         QVERIFY(!stage && legend);
         QTRY_VERIFY(!legend);
     }
+    QTest::qWait(300);
 }
 
 void tst_XYPlot::legendWaitsForItsPlace()
