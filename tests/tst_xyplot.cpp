@@ -209,7 +209,8 @@ void tst_XYPlot::dataAppearsWithoutBeingAskedFor()
     canvas->setBounds({0.0, 1.0, -1.0, 1.0}, {0.0, 1.0, -1.0, 1.0}, true);
     // Not by grab(), which resizes a plot that is not shown, and so redraws it.
     auto const isDrawn = [=](XYDataSet* dataSet) {
-        TestImage({200, 100}, 1.0, [=](QPainter* painter) { canvas->drawCanvas(painter); });
+        TestImage const picture({200, 100}, 1.0,
+                                [=](QPainter* painter) { canvas->drawCanvas(painter); });
         return canvas->getLastProcessedIndex(dataSet) == 0;
     };
     XYDataSet* const full = stage.add("full", {0.0});
@@ -246,7 +247,9 @@ void tst_XYPlot::goesWithinASignalOfItsLegend()
         connect(legend, &XYLegend::dataSetVisibilityChanged, this, [&] {
             if (!withinALoop)
                 stage.reset();
-            QTimer::singleShot(0, this, [&] { stage.reset(); });
+            QTimer later;
+            connect(&later, &QTimer::timeout, this, [&] { stage.reset(); });
+            later.start(0);
             QTRY_VERIFY(!stage);
             QTest::qWait(1); // deletes what is due
         });
