@@ -26,6 +26,8 @@ namespace {
 DebugTag debugTag("XYLegend");
 
 constexpr int updateDelayMs = 200;
+/// A slot may run an event loop for long, so the end of the signal is looked for now and then.
+constexpr int retirementCheckMs = 100;
 constexpr int layoutSpacing = 20; // pixels
 
 /// Shorter lists are ticked faster by hand.
@@ -105,6 +107,27 @@ bool XYLegend::isSignalUnderWay() const
                        [](LookLegend const* legend) { return legend->isSignalUnderWay(); });
 }
 
+void XYLegend::retire()
+{
+    if (!isSignalUnderWay()) {
+        delete this;
+        return;
+    }
+    dataSets = &noDataSets;
+    menu = nullptr;
+    disconnect(this, &XYLegend::dataSetVisibilityChanged, nullptr, nullptr);
+    hide();
+    setParent(nullptr);
+    auto* const check = new QTimer(this);
+    connect(check, &QTimer::timeout, this, [this, check] {
+        if (isSignalUnderWay())
+            check->setInterval(retirementCheckMs);
+        else
+            deleteLater();
+    });
+    check->start(0);
+}
+
 void XYLegend::update()
 {
     if (isInMenu())
@@ -112,7 +135,7 @@ void XYLegend::update()
     else
         rebuildFrame();
     if (allCheckBox && noneCheckBox)
-        applyToggle(2); // whatever the index, for what follows: the two boxes and the signal
+        toggled(2); // whatever the index, for what follows: the two boxes and the signal
     updateColorBarLegends();
 }
 
@@ -303,11 +326,6 @@ LookLegend* XYLegend::getColorBarLegend(XYDataSet* dataSet)
 void XYLegend::toggled(int i)
 {
     RetiredWidgets::SignalScope const scope(*retiredWidgets);
-    applyToggle(i);
-}
-
-void XYLegend::applyToggle(int i)
-{
     if (isInMenu()) {
         if (i < dataSets->size() && i < actions.size() && actions.at(i))
             dataSets->at(i)->visible = actions.at(i)->isChecked();

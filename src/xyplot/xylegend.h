@@ -67,8 +67,11 @@ public:
      */
     QPixmap createPixmap(int index, QColor background, bool withText, qreal pixelRatio = 1.0);
 
-    /// Whether a check box is telling its change, so that the legend must not be deleted.
-    bool isSignalUnderWay() const;
+    /**
+     * Deletes the legend at once or, while a signal of it or of a box is under way, when that is
+     * over. It leaves its parent, tells nothing more, and lets go of the data sets and of the menu.
+     */
+    void retire();
 
 Q_SIGNALS:
     /// The user has shown or hidden a data set or an appearance; also after a rebuild of a legend
@@ -86,6 +89,7 @@ private Q_SLOTS:
     void allOrNoneCBToggled();
 
 private:
+    bool isSignalUnderWay() const;
     /// Indices of the data sets that get a row.
     QList<int> listedDataSets() const;
     void fillMenu();
@@ -98,7 +102,6 @@ private:
     void addRows(QList<int> const& listed, int headerRows);
     void addCheckBox(int dataSetIndex, int row, int column);
     void addSampleAndName(int dataSetIndex, int row, int base);
-    void applyToggle(int dataSetIndex);
     void setAllBoxes(QCheckBox* other, bool checked);
     void updateAllAndNone();
     bool isInMenu() const { return position == eLEGEND_IN_MENU; }
@@ -106,6 +109,7 @@ private:
     QBoxLayout* mainLayout = nullptr;
     QPointer<QMenu> menu;
     QList<XYDataSet*>* dataSets;
+    QList<XYDataSet*> noDataSets; // takes the place of `dataSets` in a retired legend
     bool checkable;
     QList<QCheckBox*> checkBoxes; // in row order
     QList<QPointer<QAction>> actions; // of all updates so far
