@@ -4,21 +4,20 @@
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
+#include <memory>
+#include <utility>
 
 /**
- * Widgets that were replaced while one of their own signals was on its way.
+ * Widgets of a legend that were replaced while one of its signals was on its way.
  *
  * A button touches itself after its signal, so it must outlive it. What is taken here is hidden,
- * has no parent, and goes when the event loop is back and no signal is under way any more.
+ * has no parent, and goes when the event loop is back and no signal is under way any more. A legend
+ * and those that stand in it share one, as a slot of any of them may replace them all.
  */
-class RetiredWidgets
+class RetiredWidgets : public std::enable_shared_from_this<RetiredWidgets>
 {
 public:
-    RetiredWidgets()
-    {
-        timer.setSingleShot(true);
-        QObject::connect(&timer, &QTimer::timeout, &timer, [this] { deleteAll(); });
-    }
+    RetiredWidgets() = default;
     ~RetiredWidgets() { deleteAll(); }
     RetiredWidgets(RetiredWidgets const&) = delete;
     RetiredWidgets& operator=(RetiredWidgets const&) = delete;
@@ -59,13 +58,7 @@ public:
         deleteSoon();
     }
 
-private:
-    void deleteSoon()
-    {
-        // A slot may run an event loop of its own, so the timer waits for the end of the signal.
-        if (signalDepth == 0 && !widgets.isEmpty())
-            timer.start(0);
-    }
+    /// Deletes what is kept, unless a signal is under way.
     void deleteAll()
     {
         if (signalDepth > 0)
@@ -74,7 +67,19 @@ private:
             delete widget;
     }
 
+private:
+    void deleteSoon()
+    {
+        // A slot may run an event loop of its own, so the timer waits for the end of the signal.
+        if (signalDepth > 0 || widgets.isEmpty())
+            return;
+        // The last owner may be among the widgets.
+        QTimer::singleShot(0, [weak = weak_from_this()] {
+            if (auto const self = weak.lock())
+                self->deleteAll();
+        });
+    }
+
     int signalDepth = 0;
     QList<QPointer<QWidget>> widgets;
-    QTimer timer;
 };

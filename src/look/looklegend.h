@@ -23,7 +23,8 @@ class XYDataSet;
  * If the data set has a ColorBarDrawListener, each row has a check box that turns the epochs of its
  * appearance on and off. The rows hold no state: they are made anew from look and listener, at once
  * when the appearances present change. Look, data set and listener stay their owners'; the legend
- * gets along without them when they go, and follows its data set to another look.
+ * gets along without them when they go, and follows its data set to another look. A slot of one of
+ * its signals must not delete it.
  */
 class ZELPLOT_EXPORT LookLegend : public QFrame
 {
@@ -43,9 +44,6 @@ public:
     /// be empty.
     static QString generateTooltipText(Look* look, QString const& title);
 
-    /// Whether a check box of a row is telling its change, so that the legend must not be deleted.
-    bool isSignalUnderWay() const;
-
 Q_SIGNALS:
     /// The user has turned an appearance on or off.
     void filterChanged();
@@ -60,6 +58,8 @@ private Q_SLOTS:
     void toggled(bool checked);
 
 private:
+    friend class XYLegend; // shares its retired widgets with the legends in it
+
     void followLook();
     void removeRows();
     QCheckBox* addRow(QGridLayout* grid, int row, Look::Entry const& entry);
@@ -71,5 +71,5 @@ private:
     QTimer updateTimer;
     QHash<QCheckBox*, Look::Entry> entryByCheckBox;
     QPointer<ColorBarDrawListener> colorBarListener;
-    std::unique_ptr<RetiredWidgets> retiredWidgets;
+    std::shared_ptr<RetiredWidgets> retiredWidgets;
 };

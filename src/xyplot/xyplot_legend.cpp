@@ -26,7 +26,9 @@ void XYPlot::addLegend(bool checkable, E_LEGEND_POSITION position, QMenu* menu)
                 &XYPlot::redrawCanvasWithoutInterruption);
         setLegendVisible(legendVisible);
     }
-    connectLegend();
+    // A slot of the update may have removed it.
+    if (legend)
+        connectLegend();
 }
 
 bool XYPlot::hasVisibleColorBar() const
@@ -69,14 +71,8 @@ void XYPlot::removeLegend()
         rowLayout->removeWidget(legend);
     else if (legendPosition == eLEGEND_BOTTOM)
         mainLayout->removeWidget(legend);
-    if (legend->isSignalUnderWay()) {
-        // Called from a slot of its own check box, which outlives its signal.
-        legend->hide();
-        legend->deleteLater();
-        legend = nullptr;
-        return;
-    }
-    delete legend;
+    legend->retire(); // maybe called from a slot of its own check box
+    legend = nullptr;
 }
 
 void XYPlot::setParentLayoutForLegend(QLayout* layout)
