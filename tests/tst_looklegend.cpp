@@ -2,6 +2,7 @@
 #include "librarytest.h"
 #include "looklegend.h"
 #include "plotstage.h"
+#include "xyplotcommon.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -150,6 +151,12 @@ void tst_LookLegend::sampleShowsTheAppearance()
         = legend.createPixmap({Qt::red, SYMBOL_CROSS, Qt::SolidLine, 1}, Qt::white).toImage();
     QCOMPARE(cross.pixel(1, height / 2 - 6), qRgb(255, 0, 0));
     QCOMPARE(cross.pixel(0, height / 2 - 7), qRgb(255, 255, 255));
+
+    plotRenderSettings.push(getPlotRenderSettings());
+    plotRenderSettings.top().legendSymbolWidth = std::numeric_limits<int>::max();
+    QPixmap const endless = legend.createPixmap({Qt::red, SYMBOL_DOT, Qt::DashLine, 1}, Qt::white);
+    plotRenderSettings.pop();
+    QVERIFY(endless.isNull());
 }
 
 QTEST_MAIN(tst_LookLegend)

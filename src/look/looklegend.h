@@ -37,7 +37,8 @@ public:
     /// Null once it has gone.
     Look* getLook() const { return look; }
 
-    /// A sample of @p entry, one line of the legend's font high, in logical pixels of that ratio.
+    /// A sample of @p entry, one line of the legend's font high, in logical pixels of that ratio;
+    /// null if the render settings leave it no width or more than 32767 pixels.
     QPixmap createPixmap(Look::Entry const& entry, QColor background, qreal pixelRatio = 1.0);
 
     /// A rich text with the colour and the legend text of each entry, for a tool tip; @p title may

@@ -379,8 +379,8 @@ QPixmap XYLegend::createPixmap(int index, QColor background, bool withText, qrea
     if (withText) {
         PlotRenderSettings_t const& settings = getPlotRenderSettings();
         painter.setPen(palette().brush(QPalette::Current, QPalette::WindowText).color());
-        painter.drawText(settings.legendSymbolWidth + settings.legendSymbolGap,
-                         height - metrics.descent(), dataSet->name);
+        double const x = double(settings.legendSymbolWidth) + settings.legendSymbolGap;
+        painter.drawText(QPointF(x, height - metrics.descent()), dataSet->name);
     }
     return pixmap;
 }

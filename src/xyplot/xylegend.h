@@ -64,7 +64,8 @@ public:
 
     /**
      * A sample of the last appearance of data set @p index of the list, or of its default one if it
-     * has no points; one line of the legend's font high, in logical pixels of that ratio.
+     * has no points; one line of the legend's font high, in logical pixels of that ratio. Null if
+     * the render settings leave it no width or more than 32767 pixels.
      */
     QPixmap createPixmap(int index, QColor background, bool withText, qreal pixelRatio = 1.0);
 
