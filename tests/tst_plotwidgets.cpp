@@ -133,8 +133,12 @@ void tst_PlotWidgets::titleOfTheTimeAxis()
     QCOMPARE(plot->getXYPlot()->getAxisTitle(eVERTICAL), QString("Time (s)"));
     plot->setUtcOffset(offset);
     plot->changeTimeAxis(ETimeType(type));
-    QTEST(plot->getXYPlot()->getAxisTitle(eVERTICAL), "title");
     QCOMPARE(plot->getTimeGrid()->timeType, ETimeType(type));
+    delete plot->getTimeGrid();
+    plot->setUtcOffset(1.0F);
+    plot->setDeltaLS(0);
+    plot->changeTimeAxis(eSHOW_EOL);
+    QTEST(plot->getXYPlot()->getAxisTitle(eVERTICAL), "title");
 }
 
 void tst_PlotWidgets::markersWidenTheView()

@@ -61,7 +61,7 @@ void ToolBarPlotWidget::setUpXYPlot(bool withValueMarker, bool withTimeGrid)
     canvas->setGrid(eVERTICAL, new LinearGrid(eVERTICAL, this), false);
     if (withTimeGrid)
         timeGrid = new LinearTimeGrid(deltaLS, eHORIZONTAL, this);
-    canvas->setGrid(eHORIZONTAL, withTimeGrid ? timeGrid : new LinearGrid(eHORIZONTAL, this),
+    canvas->setGrid(eHORIZONTAL, withTimeGrid ? timeGrid.data() : new LinearGrid(eHORIZONTAL, this),
                     false);
     xyPlot->setLabelType(eVERTICAL, eSCALE_LABELS);
     xyPlot->setLabelType(eHORIZONTAL, eSCALE_LABELS);
@@ -72,6 +72,11 @@ void ToolBarPlotWidget::setUpXYPlot(bool withValueMarker, bool withTimeGrid)
                                 Qt::SolidLine,      1,           QString()};
         xyPlot->addMarker(valueMarker.get());
     }
+}
+
+LinearTimeGrid* ToolBarPlotWidget::getTimeGrid() const
+{
+    return timeGrid;
 }
 
 /// By signature, as only the running program knows what the parent has.

@@ -164,6 +164,8 @@ void TimePlotWidget::showMean()
 
 void TimePlotWidget::updateTimeAxisTitle()
 {
+    if (!timeGrid)
+        return;
     QString title;
     switch (timeGrid->timeType) {
     case eSHOW_GNSS:
@@ -207,6 +209,8 @@ QString TimePlotWidget::localOffsetText() const
 
 void TimePlotWidget::changeTimeAxis(ETimeType type)
 {
+    if (!timeGrid)
+        return;
     timeGrid->changeTimeFormat(type);
     updateTimeAxisTitle();
     plot->getCanvas()->fullRepaint();
@@ -214,10 +218,12 @@ void TimePlotWidget::changeTimeAxis(ETimeType type)
 
 void TimePlotWidget::setDeltaLS(short leapSeconds)
 {
-    timeGrid->deltaLS = leapSeconds;
+    if (timeGrid)
+        timeGrid->deltaLS = leapSeconds;
 }
 
 void TimePlotWidget::setUtcOffset(float utcOffset)
 {
-    timeGrid->utcOffset = utcOffset;
+    if (timeGrid)
+        timeGrid->utcOffset = utcOffset;
 }
