@@ -11,6 +11,7 @@
 #include "xydataset.h"
 #include "xyplot.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -93,7 +94,7 @@ void TimePlotWidget::giveListener(XYDataSet* dataSet)
     delete former;
     dataSet->setDrawListener(listener);
     colorBarListeners.append(listener);
-    connect(listener, &QObject::destroyed, this,
+    connect(listener, &QObject::destroyed, &listenerContext,
             [this, listener] { colorBarListeners.removeAll(listener); });
 }
 

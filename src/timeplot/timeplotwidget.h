@@ -70,6 +70,7 @@ private:
     bool meanIsInteger;
     QVector<double> customVerticalBounds;
     QVector<ColorBarDrawListener*> colorBarListeners;
+    QObject listenerContext; // goes before the vector, and a child of this widget only after it
     struct GivenFilter
     {
         QPointer<XYDataSet> dataSet;
