@@ -60,8 +60,10 @@ void LookLegend::followLook()
 {
     if (look)
         disconnect(look, nullptr, this, nullptr);
+    // A look that is only made here announces itself before it is returned.
     look = dataSet->getLook();
-    connect(look, &Look::presentLookEntriesChanged, this, &LookLegend::update);
+    connect(look, &Look::presentLookEntriesChanged, this, &LookLegend::update,
+            Qt::UniqueConnection);
 }
 
 void LookLegend::update()
