@@ -21,7 +21,7 @@ Q_SIGNALS:
     void sendMouseCoords(bool on);
     void connectFirstLast(bool on);
 public Q_SLOTS:
-    void drawMouseCoords(const QString x, const QString y) { texts = x + '|' + y; }
+    void drawMouseCoords(QString const& x, QString const& y) { texts = x + '|' + y; }
 
 public:
     QString texts;

@@ -50,7 +50,7 @@ void tst_SymbolPainter::shapes()
     };
     QString const pixels = painted(SYMBOL_DOT, 10, 3);
     for (int y = 0; y < 7; ++y) {
-        QString const line = pixels.mid(81 * y, 81);
+        QString const line = pixels.mid(qsizetype(81) * y, 81);
         auto const pattern = QRegularExpression::fromWildcard(expected[y]);
         QVERIFY2(pattern.match(line).hasMatch(), qPrintable(line));
     }

@@ -210,8 +210,10 @@ void tst_XYLegend::removalWithinASignal()
         bool stayed = false;
         connect(legend, &XYLegend::dataSetVisibilityChanged, this, [&] {
             QEventLoop loop;
-            QTimer::singleShot(0, &stage->plot, &XYPlot::removeLegend);
-            QTimer::singleShot(0, [&] { QTimer::singleShot(0, &loop, &QEventLoop::quit); });
+            QTimer timer;
+            connect(&timer, &QTimer::timeout, &stage->plot, &XYPlot::removeLegend);
+            connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+            timer.start(0);
             loop.exec();
             stayed = legend;
         });

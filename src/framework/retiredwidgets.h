@@ -4,7 +4,6 @@
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
-#include <memory>
 #include <utility>
 
 /**
@@ -14,10 +13,14 @@
  * has no parent, and goes when the event loop is back and no signal is under way any more. A legend
  * and those that stand in it share one, as a slot of any of them may replace them all.
  */
-class RetiredWidgets : public std::enable_shared_from_this<RetiredWidgets>
+class RetiredWidgets
 {
 public:
-    RetiredWidgets() = default;
+    RetiredWidgets()
+    {
+        timer.setSingleShot(true);
+        QObject::connect(&timer, &QTimer::timeout, &timer, [this] { deleteAll(); });
+    }
     ~RetiredWidgets() { deleteAll(); }
     RetiredWidgets(RetiredWidgets const&) = delete;
     RetiredWidgets& operator=(RetiredWidgets const&) = delete;
@@ -63,6 +66,7 @@ public:
     {
         if (signalDepth > 0)
             return;
+        // The last that owns this may be among them, so nothing of it is used behind the loop.
         for (QPointer<QWidget> const& widget : std::exchange(widgets, {}))
             delete widget;
     }
@@ -71,15 +75,11 @@ private:
     void deleteSoon()
     {
         // A slot may run an event loop of its own, so the timer waits for the end of the signal.
-        if (signalDepth > 0 || widgets.isEmpty())
-            return;
-        // The last owner may be among the widgets.
-        QTimer::singleShot(0, [weak = weak_from_this()] {
-            if (auto const self = weak.lock())
-                self->deleteAll();
-        });
+        if (signalDepth == 0 && !widgets.isEmpty())
+            timer.start(0);
     }
 
     int signalDepth = 0;
     QList<QPointer<QWidget>> widgets;
+    QTimer timer;
 };

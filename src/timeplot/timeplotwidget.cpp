@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -38,12 +39,12 @@ TimePlotWidget::TimePlotWidget(short leapSeconds, QString title, int minimumHeig
     XYCanvas* const canvas = plot->getCanvas();
     canvas->addCustomVerticalDataBoundsVector(&customVerticalBounds);
     if (!title.isEmpty())
-        plot->setPlotTitle(title);
+        plot->setPlotTitle(std::move(title));
     plot->setMinimumHeight(minimumHeight);
     plot->minimumPlotWidth = minimumWidth;
     plot->setMinimumWidth(minimumWidth);
     setUpXYPlot(false, true);
-    plot->setAxisTitle(eHORIZONTAL, yAxisTitle);
+    plot->setAxisTitle(eHORIZONTAL, std::move(yAxisTitle));
     plot->setAxisTitle(eVERTICAL, tr("Time (s)"));
     plot->addScale(eHORIZONTAL, true);
     canvas->setHorizontalZoomLimit(horizontalZoomLimitMs);

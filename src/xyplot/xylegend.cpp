@@ -101,9 +101,10 @@ XYLegend::~XYLegend()
 
 void XYLegend::retire()
 {
-    // The list and what it holds may go before the signal is over.
+    // Before the signal is over the list may go, and another legend come that fills the menu.
     static QList<XYDataSet*> noDataSets;
     dataSets = &noDataSets;
+    menu = nullptr;
     updateTimer.stop();
     retiredWidgets->remove(this, retiredWidgets->isSignalUnderWay());
 }
@@ -371,7 +372,8 @@ QPixmap XYLegend::createPixmap(int index, QColor background, bool withText, qrea
             entry.color = look->getDefaultColor();
     }
     double const penWidth = scaledThickness(*look, entry.lineThickness);
-    int const radius = sampleSymbolRadius(entry.symbol, penWidth, look->getSymbolSize() / 2);
+    int const symbolRadius = look->getSymbolSize() / 2;
+    int const radius = sampleSymbolRadius(entry.symbol, penWidth, symbolRadius);
 
     QPainter painter(&pixmap);
     painter.setFont(font());
