@@ -37,7 +37,6 @@ private:
 private Q_SLOTS:
     void rowsFollowTheLook();
     void boxesFilter();
-    void rebuildWithinItsOwnSignal();
     void partnersMayGo();
     void sampleShowsTheAppearance();
 };
@@ -90,34 +89,24 @@ void tst_LookLegend::boxesFilter()
     auto* const listener = static_cast<ColorBarDrawListener*>(bar->getDrawListener());
     Look::Entry const bad = bar->getLook()->getApplicableLookEntry(1);
     LookLegend legend(bar, nullptr);
-    QCheckBox* const box = boxWithTip(legend, "epochs with bad.");
+    QPointer<QCheckBox> const box = boxWithTip(legend, "epochs with bad.");
     listener->drawingDataPoint(1, 5);
     QStringList seen;
     connect(&legend, &LookLegend::filterChanged, this, [&] {
         seen += listener->isFiltered(bad) ? "off" : "on";
         seen += QString::number(listener->excludeDataPointsAtViewportX(5));
     });
+    // The box outlives a rebuild within its own signal.
+    connect(&legend, &LookLegend::filterChanged, &legend, &LookLegend::update);
     box->click();
+    QVERIFY(box && box->isHidden() && !legend.isAncestorOf(box));
     // The marks are cleared after the change is told.
     seen += QString::number(listener->excludeDataPointsAtViewportX(5));
-    legend.update();
     QVERIFY(!boxWithTip(legend, "epochs with bad.")->isChecked());
     QVERIFY(boxWithTip(legend, "epochs with good.")->isChecked());
     boxWithTip(legend, "epochs with bad.")->click();
     QCOMPARE(seen, (QStringList{"off", "1", "0", "on", "0"}));
-}
-
-void tst_LookLegend::rebuildWithinItsOwnSignal()
-{
-    XYDataSet* const bar = addBar("", true);
-    LookLegend legend(bar, nullptr);
-    connect(&legend, &LookLegend::filterChanged, &legend, &LookLegend::update);
-    QCheckBox* const box = boxWithTip(legend, "bad");
-    QPointer<QCheckBox> const watch = box;
-    box->click();
-    QVERIFY(watch && watch->isHidden() && !legend.isAncestorOf(watch));
-    QCOMPARE(legend.findChildren<QCheckBox*>().size(), 2);
-    QTRY_VERIFY(!watch);
+    QTRY_VERIFY(!box);
 }
 
 void tst_LookLegend::partnersMayGo()
