@@ -26,8 +26,6 @@ namespace {
 DebugTag debugTag("XYLegend");
 
 constexpr int updateDelayMs = 200;
-/// A slot may run an event loop for long, so the end of the signal is looked for now and then.
-constexpr int retirementCheckMs = 100;
 constexpr int layoutSpacing = 20; // pixels
 
 /// Shorter lists are ticked faster by hand.
@@ -68,7 +66,7 @@ XYLegend::XYLegend(QList<XYDataSet*>* plotDataSets, bool withCheckBoxes, E_LEGEN
     , position(place)
     , frameLayout(new QVBoxLayout)
     , maxHeight(columnHeight)
-    , retiredWidgets(std::make_unique<RetiredWidgets>())
+    , retiredWidgets(std::make_shared<RetiredWidgets>())
 {
     debugTag.ask();
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("XYLegend"));
@@ -90,6 +88,8 @@ XYLegend::XYLegend(QList<XYDataSet*>* plotDataSets, bool withCheckBoxes, E_LEGEN
 
 XYLegend::~XYLegend()
 {
+    // Legends among them hold on to it in turn.
+    retiredWidgets->deleteAll();
     delete frame;
     delete signalMapper;
     if (isInMenu()) {
@@ -99,33 +99,15 @@ XYLegend::~XYLegend()
     MemLeakTracer::getInstance()->doDeallocateObject(QStringLiteral("XYLegend"));
 }
 
-bool XYLegend::isSignalUnderWay() const
-{
-    auto const legends = findChildren<LookLegend*>();
-    return retiredWidgets->isSignalUnderWay()
-        || std::any_of(legends.cbegin(), legends.cend(),
-                       [](LookLegend const* legend) { return legend->isSignalUnderWay(); });
-}
-
 void XYLegend::retire()
 {
-    if (!isSignalUnderWay()) {
-        delete this;
-        return;
-    }
+    // Before the signal is over the list may go, and another legend come that fills the menu.
+    static QList<XYDataSet*> noDataSets;
     dataSets = &noDataSets;
     menu = nullptr;
+    updateTimer.stop();
     disconnect(this, &XYLegend::dataSetVisibilityChanged, nullptr, nullptr);
-    hide();
-    setParent(nullptr);
-    auto* const check = new QTimer(this);
-    connect(check, &QTimer::timeout, this, [this, check] {
-        if (isSignalUnderWay())
-            check->setInterval(retirementCheckMs);
-        else
-            deleteLater();
-    });
-    check->start(0);
+    retiredWidgets->remove(this, retiredWidgets->isSignalUnderWay());
 }
 
 void XYLegend::update()
@@ -186,15 +168,19 @@ void XYLegend::rebuildFrame()
 
 void XYLegend::removeFrame()
 {
-    if (frame) {
-        bool const hearsItsSignal = frame->isAncestorOf(qobject_cast<QWidget*>(sender()));
-        retiredWidgets->remove(frame, retiredWidgets->isSignalUnderWay() || hearsItsSignal);
-    }
+    if (frame)
+        removeWidget(frame);
     frame = nullptr;
     allCheckBox = nullptr;
     noneCheckBox = nullptr;
     checkBoxes.clear();
     rowOfDataSet.clear();
+}
+
+void XYLegend::removeWidget(QWidget* widget)
+{
+    bool const hearsItsSignal = widget->isAncestorOf(qobject_cast<QWidget*>(sender()));
+    retiredWidgets->remove(widget, retiredWidgets->isSignalUnderWay() || hearsItsSignal);
 }
 
 QList<int> XYLegend::listedDataSets() const
@@ -295,21 +281,17 @@ void XYLegend::addSampleAndName(int dataSetIndex, int row, int base)
 void XYLegend::updateColorBarLegends()
 {
     auto const legends = findChildren<LookLegend*>();
-    for (LookLegend* const legend : legends) {
-        bool const hearsItsSignal = legend->isAncestorOf(qobject_cast<QWidget*>(sender()));
-        retiredWidgets->remove(legend, legend->isSignalUnderWay() || hearsItsSignal);
-    }
+    for (LookLegend* const legend : legends)
+        removeWidget(legend);
     if (!colorBarLayout)
         return;
     for (XYDataSet* const dataSet : qAsConst(*dataSets)) {
         if (!isShownAsColorBar(dataSet))
             continue;
         auto* const legend = new LookLegend(dataSet, nullptr);
+        legend->retiredWidgets = retiredWidgets;
         colorBarLayout->addWidget(legend);
-        connect(legend, &LookLegend::filterChanged, this, [this] {
-            RetiredWidgets::SignalScope const scope(*retiredWidgets);
-            Q_EMIT dataSetVisibilityChanged();
-        });
+        connect(legend, &LookLegend::filterChanged, this, &XYLegend::dataSetVisibilityChanged);
     }
 }
 
@@ -346,7 +328,8 @@ void XYLegend::updateAllAndNone()
         return;
     auto const isChecked = [](QCheckBox const* box) { return box->isChecked(); };
     allCheckBox->setChecked(std::all_of(checkBoxes.cbegin(), checkBoxes.cend(), isChecked));
-    noneCheckBox->setChecked(std::none_of(checkBoxes.cbegin(), checkBoxes.cend(), isChecked));
+    if (noneCheckBox) // a slot of the other may have led to a rebuild with fewer rows
+        noneCheckBox->setChecked(std::none_of(checkBoxes.cbegin(), checkBoxes.cend(), isChecked));
 }
 
 void XYLegend::allOrNoneCBToggled()
@@ -390,7 +373,8 @@ QPixmap XYLegend::createPixmap(int index, QColor background, bool withText, qrea
             entry.color = look->getDefaultColor();
     }
     double const penWidth = scaledThickness(*look, entry.lineThickness);
-    int const radius = sampleSymbolRadius(entry.symbol, penWidth, look->getSymbolSize() / 2);
+    int const symbolRadius = look->getSymbolSize() / 2;
+    int const radius = sampleSymbolRadius(entry.symbol, penWidth, symbolRadius);
 
     QPainter painter(&pixmap);
     painter.setFont(font());
@@ -398,8 +382,8 @@ QPixmap XYLegend::createPixmap(int index, QColor background, bool withText, qrea
     if (withText) {
         PlotRenderSettings_t const& settings = getPlotRenderSettings();
         painter.setPen(palette().brush(QPalette::Current, QPalette::WindowText).color());
-        painter.drawText(settings.legendSymbolWidth + settings.legendSymbolGap,
-                         height - metrics.descent(), dataSet->name);
+        double const x = double(settings.legendSymbolWidth) + settings.legendSymbolGap;
+        painter.drawText(QPointF(x, height - metrics.descent()), dataSet->name);
     }
     return pixmap;
 }

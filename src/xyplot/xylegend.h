@@ -39,6 +39,7 @@ enum E_LEGEND_POSITION : int {
  * If checkable, each row has a check box that shows and hides its data set, and four rows or more
  * get boxes for all and none. The rows hold no state: each update() makes them anew from the data
  * sets. The list of data sets stays the caller's, as do the data sets, and must outlive the legend.
+ * A slot of one of its signals must not delete it, but may retire() it.
  */
 class ZELPLOT_EXPORT XYLegend : public QWidget
 {
@@ -63,7 +64,8 @@ public:
 
     /**
      * A sample of the last appearance of data set @p index of the list, or of its default one if it
-     * has no points; one line of the legend's font high, in logical pixels of that ratio.
+     * has no points; one line of the legend's font high, in logical pixels of that ratio. Null if
+     * the render settings leave it no width or more than 32767 pixels.
      */
     QPixmap createPixmap(int index, QColor background, bool withText, qreal pixelRatio = 1.0);
 
@@ -89,7 +91,6 @@ private Q_SLOTS:
     void allOrNoneCBToggled();
 
 private:
-    bool isSignalUnderWay() const;
     /// Indices of the data sets that get a row.
     QList<int> listedDataSets() const;
     void fillMenu();
@@ -104,12 +105,12 @@ private:
     void addSampleAndName(int dataSetIndex, int row, int base);
     void setAllBoxes(QCheckBox* other, bool checked);
     void updateAllAndNone();
+    void removeWidget(QWidget* widget);
     bool isInMenu() const { return position == eLEGEND_IN_MENU; }
 
     QBoxLayout* mainLayout = nullptr;
     QPointer<QMenu> menu;
     QList<XYDataSet*>* dataSets;
-    QList<XYDataSet*> noDataSets; // takes the place of `dataSets` in a retired legend
     bool checkable;
     QList<QCheckBox*> checkBoxes; // in row order
     QList<QPointer<QAction>> actions; // of all updates so far
@@ -126,5 +127,5 @@ private:
     QString title;
     QHash<int, int> rowOfDataSet; // index of a data set to that of its check box
     QTimer updateTimer;
-    std::unique_ptr<RetiredWidgets> retiredWidgets;
+    std::shared_ptr<RetiredWidgets> retiredWidgets; // also of the colour bars' legends
 };
