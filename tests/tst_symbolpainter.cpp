@@ -31,6 +31,7 @@ class tst_SymbolPainter : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void shapes();
+    void dashesOfATriangle();
     void strangeValuesEnd();
 };
 
@@ -49,10 +50,27 @@ void tst_SymbolPainter::shapes()
     };
     QString const pixels = painted(SYMBOL_DOT, 10, 3);
     for (int y = 0; y < 7; ++y) {
-        QString const line = pixels.mid(81 * y, 81);
+        QString const line = pixels.mid(qsizetype(81) * y, 81);
         auto const pattern = QRegularExpression::fromWildcard(expected[y]);
         QVERIFY2(pattern.match(line).hasMatch(), qPrintable(line));
     }
+}
+
+void tst_SymbolPainter::dashesOfATriangle()
+{
+    // Its flat side goes to the right, and each end of that to the apex.
+    QImage images[2];
+    for (QImage& image : images) {
+        image = QImage(25, 25, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setPen(QPen(Qt::black, 1, Qt::DashLine, Qt::FlatCap));
+        if (&image == images)
+            paintSymbol(painter, {12, 12}, SYMBOL_TRIANGLE_DOWN, 9);
+        else
+            painter.drawLines(QVector<QLine>{{3, 3, 21, 3}, {3, 3, 12, 21}, {21, 3, 12, 21}});
+    }
+    QCOMPARE(images[0], images[1]);
 }
 
 void tst_SymbolPainter::strangeValuesEnd()

@@ -4,12 +4,14 @@
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
+#include <utility>
 
 /**
- * Widgets that were replaced while one of their own signals was on its way.
+ * Widgets of a legend that were replaced while one of its signals was on its way.
  *
  * A button touches itself after its signal, so it must outlive it. What is taken here is hidden,
- * has no parent, and goes when the event loop is back and no signal is under way any more.
+ * has no parent, and goes when the event loop is back and no signal is under way any more. A legend
+ * and those that stand in it share one, as a slot of any of them may replace them all.
  */
 class RetiredWidgets
 {
@@ -59,19 +61,22 @@ public:
         deleteSoon();
     }
 
+    /// Deletes what is kept, unless a signal is under way.
+    void deleteAll()
+    {
+        if (signalDepth > 0)
+            return;
+        // The last that owns this may be among them, so nothing of it is used behind the loop.
+        for (QPointer<QWidget> const& widget : std::exchange(widgets, {}))
+            delete widget;
+    }
+
 private:
     void deleteSoon()
     {
         // A slot may run an event loop of its own, so the timer waits for the end of the signal.
         if (signalDepth == 0 && !widgets.isEmpty())
             timer.start(0);
-    }
-    void deleteAll()
-    {
-        if (signalDepth > 0)
-            return;
-        for (QPointer<QWidget> const& widget : std::exchange(widgets, {}))
-            delete widget;
     }
 
     int signalDepth = 0;

@@ -8,6 +8,13 @@
 #include <QPen>
 #include <QWidget>
 
+namespace {
+
+/// Pixels to which a painter reaches; a larger picture would only take memory.
+constexpr int painterReach = 32767;
+
+} // namespace
+
 double scaledThickness(Look const& look, int lineThickness)
 {
     PlotRenderSettings_t const& settings = getPlotRenderSettings();
@@ -29,8 +36,10 @@ QPixmap legendLinePixmap(int textWidth, int height, QColor background, qreal pix
     PlotRenderSettings_t const& settings = getPlotRenderSettings();
     double const width = double(settings.legendSymbolWidth) + settings.legendSymbolGap + textWidth;
     QSizeF const size = QSizeF(width, height) * pixelRatio;
-    QPixmap pixmap(qBound(0, roundToPixel(size.width()), pixelLimit),
-                   qBound(0, roundToPixel(size.height()), pixelLimit));
+    QSize const pixels(roundToPixel(size.width()), roundToPixel(size.height()));
+    if (pixels.isEmpty() || qMax(pixels.width(), pixels.height()) > painterReach)
+        return {};
+    QPixmap pixmap(pixels);
     pixmap.setDevicePixelRatio(pixelRatio);
     pixmap.fill(background);
     return pixmap;
@@ -43,7 +52,7 @@ void paintLegendSample(QPainter& painter, LegendSample const& sample, int height
     painter.setPen(QPen(entry.color, qMax(sample.penWidth, 0.0),
                         hasLine ? entry.penStyle : Qt::SolidLine,
                         hasLine ? Qt::FlatCap : Qt::SquareCap, Qt::BevelJoin));
-    int const width = getPlotRenderSettings().legendSymbolWidth;
+    int const width = qBound(-pixelLimit, getPlotRenderSettings().legendSymbolWidth, pixelLimit);
     int const middle = height / 2;
     paintSymbol(painter, QPoint(width / 2, middle), entry.symbol, sample.symbolRadius);
     // Also without a line style: the sample shows a symbol on its line.

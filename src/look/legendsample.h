@@ -24,7 +24,8 @@ int sampleSymbolRadius(E_SYMBOL symbol, double dotSize, double radius);
  * An empty picture for a legend line.
  *
  * @param textWidth  room in pixels behind the sample and its gap
- * @return null (isNull) if there is nothing to paint on; no painter may be opened on it then
+ * @return null (isNull) if there is nothing to paint on, or more than a painter reaches; no painter
+ *         may be opened on it then
  */
 QPixmap legendLinePixmap(int textWidth, int height, QColor background, qreal pixelRatio);
 

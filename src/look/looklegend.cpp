@@ -35,7 +35,7 @@ LookLegend::LookLegend(XYDataSet* legendDataSet, QWidget* parent)
     , dataSet(legendDataSet)
     , name(legendDataSet->name)
     , colorBarListener(qobject_cast<ColorBarDrawListener*>(legendDataSet->getDrawListener()))
-    , retiredWidgets(std::make_unique<RetiredWidgets>())
+    , retiredWidgets(std::make_shared<RetiredWidgets>())
 {
     debugTag.ask();
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("LookLegend"));
@@ -56,17 +56,14 @@ LookLegend::~LookLegend()
     MemLeakTracer::getInstance()->doDeallocateObject(QStringLiteral("LookLegend"));
 }
 
-bool LookLegend::isSignalUnderWay() const
-{
-    return retiredWidgets->isSignalUnderWay();
-}
-
 void LookLegend::followLook()
 {
     if (look)
         disconnect(look, nullptr, this, nullptr);
+    // A look that is only made here announces itself before it is returned.
     look = dataSet->getLook();
-    connect(look, &Look::presentLookEntriesChanged, this, &LookLegend::update);
+    connect(look, &Look::presentLookEntriesChanged, this, &LookLegend::update,
+            Qt::UniqueConnection);
 }
 
 void LookLegend::update()
@@ -93,7 +90,8 @@ void LookLegend::update()
 void LookLegend::removeRows()
 {
     delete layout();
-    bool const inSignal = isSignalUnderWay() || isAncestorOf(qobject_cast<QWidget*>(sender()));
+    bool const inSignal
+        = retiredWidgets->isSignalUnderWay() || isAncestorOf(qobject_cast<QWidget*>(sender()));
     QList<QWidget*> const rows = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* const widget : rows)
         retiredWidgets->remove(widget, inSignal);

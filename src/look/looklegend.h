@@ -23,7 +23,8 @@ class XYDataSet;
  * If the data set has a ColorBarDrawListener, each row has a check box that turns the epochs of its
  * appearance on and off. The rows hold no state: they are made anew from look and listener, at once
  * when the appearances present change. Look, data set and listener stay their owners'; the legend
- * gets along without them when they go, and follows its data set to another look.
+ * gets along without them when they go, and follows its data set to another look. A slot of one of
+ * its signals must not delete it.
  */
 class ZELPLOT_EXPORT LookLegend : public QFrame
 {
@@ -36,15 +37,13 @@ public:
     /// Null once it has gone.
     Look* getLook() const { return look; }
 
-    /// A sample of @p entry, one line of the legend's font high, in logical pixels of that ratio.
+    /// A sample of @p entry, one line of the legend's font high, in logical pixels of that ratio;
+    /// null if the render settings leave it no width or more than 32767 pixels.
     QPixmap createPixmap(Look::Entry const& entry, QColor background, qreal pixelRatio = 1.0);
 
     /// A rich text with the colour and the legend text of each entry, for a tool tip; @p title may
     /// be empty.
     static QString generateTooltipText(Look* look, QString const& title);
-
-    /// Whether a check box of a row is telling its change, so that the legend must not be deleted.
-    bool isSignalUnderWay() const;
 
 Q_SIGNALS:
     /// The user has turned an appearance on or off.
@@ -60,6 +59,8 @@ private Q_SLOTS:
     void toggled(bool checked);
 
 private:
+    friend class XYLegend; // shares its retired widgets with the legends in it
+
     void followLook();
     void removeRows();
     QCheckBox* addRow(QGridLayout* grid, int row, Look::Entry const& entry);
@@ -71,5 +72,5 @@ private:
     QTimer updateTimer;
     QHash<QCheckBox*, Look::Entry> entryByCheckBox;
     QPointer<ColorBarDrawListener> colorBarListener;
-    std::unique_ptr<RetiredWidgets> retiredWidgets;
+    std::shared_ptr<RetiredWidgets> retiredWidgets;
 };

@@ -7,6 +7,7 @@
 #include "xyplot.h"
 
 #include <QGridLayout>
+#include <utility>
 
 namespace {
 
@@ -18,18 +19,18 @@ std::unique_ptr<Marker_t> horizontalMarker(QColor const& color)
                                                Qt::DashLine, 1, QStringLiteral("N/A")});
 }
 
-void setAppearance(Marker_t& marker, QString const& label, Qt::PenStyle style, QColor const& color)
+void setAppearance(Marker_t& marker, QString label, Qt::PenStyle style, QColor const& color)
 {
     marker.color = color;
     marker.penStyle = style;
-    marker.label = label;
+    marker.label = std::move(label);
 }
 
-void moveTo(Marker_t& marker, double position, QString const& label)
+void moveTo(Marker_t& marker, double position, QString label)
 {
     marker.value = position;
     if (!label.isEmpty())
-        marker.label = label;
+        marker.label = std::move(label);
 }
 
 } // namespace
@@ -61,7 +62,7 @@ void ToolBarPlotWidget::setUpXYPlot(bool withValueMarker, bool withTimeGrid)
     canvas->setGrid(eVERTICAL, new LinearGrid(eVERTICAL, this), false);
     if (withTimeGrid)
         timeGrid = new LinearTimeGrid(deltaLS, eHORIZONTAL, this);
-    canvas->setGrid(eHORIZONTAL, withTimeGrid ? timeGrid : new LinearGrid(eHORIZONTAL, this),
+    canvas->setGrid(eHORIZONTAL, withTimeGrid ? timeGrid.data() : new LinearGrid(eHORIZONTAL, this),
                     false);
     xyPlot->setLabelType(eVERTICAL, eSCALE_LABELS);
     xyPlot->setLabelType(eHORIZONTAL, eSCALE_LABELS);
@@ -72,6 +73,11 @@ void ToolBarPlotWidget::setUpXYPlot(bool withValueMarker, bool withTimeGrid)
                                 Qt::SolidLine,      1,           QString()};
         xyPlot->addMarker(valueMarker.get());
     }
+}
+
+LinearTimeGrid* ToolBarPlotWidget::getTimeGrid() const
+{
+    return timeGrid;
 }
 
 /// By signature, as only the running program knows what the parent has.
@@ -88,22 +94,22 @@ void ToolBarPlotWidget::connectToolBar()
 
 void ToolBarPlotWidget::addHorizMarkerOne(QString label, Qt::PenStyle style, QColor colour)
 {
-    setAppearance(*hMarkerOne, label, style, colour);
+    setAppearance(*hMarkerOne, std::move(label), style, colour);
 }
 
 void ToolBarPlotWidget::addHorizMarkerTwo(QString label, Qt::PenStyle style, QColor colour)
 {
-    setAppearance(*hMarkerTwo, label, style, colour);
+    setAppearance(*hMarkerTwo, std::move(label), style, colour);
 }
 
 void ToolBarPlotWidget::updateHorizMarkerOne(double position, QString label)
 {
-    moveTo(*hMarkerOne, position, label);
+    moveTo(*hMarkerOne, position, std::move(label));
 }
 
 void ToolBarPlotWidget::updateHorizMarkerTwo(double position, QString label)
 {
-    moveTo(*hMarkerTwo, position, label);
+    moveTo(*hMarkerTwo, position, std::move(label));
 }
 
 void ToolBarPlotWidget::showHMarkerOne(bool show)

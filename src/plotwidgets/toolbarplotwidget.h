@@ -3,6 +3,7 @@
 #include "markers.h"
 #include "zelplot_export.h"
 #include <QColor>
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 #include <memory>
@@ -40,8 +41,8 @@ public:
     void setUpXYPlot(bool withValueMarker, bool withTimeGrid);
 
     XYPlot* getXYPlot() const { return xyPlot; }
-    /// Null in a plot without a time axis.
-    LinearTimeGrid* getTimeGrid() const { return timeGrid; }
+    /// Null in a plot without a time axis, or once the grid has gone.
+    LinearTimeGrid* getTimeGrid() const;
 
     /// Sets the appearance of a marker, which showHMarkerOne() and showHMarkerTwo() show. The two
     /// must have different labels.
@@ -66,7 +67,7 @@ protected:
     std::unique_ptr<Marker_t> valueMarker; // a vertical line
     std::unique_ptr<Marker_t> hMarkerOne;
     std::unique_ptr<Marker_t> hMarkerTwo;
-    LinearTimeGrid* timeGrid = nullptr;
+    QPointer<LinearTimeGrid> timeGrid;
     XYPlot* xyPlot = nullptr;
 
 private:

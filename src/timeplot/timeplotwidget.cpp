@@ -11,7 +11,9 @@
 #include "xydataset.h"
 #include "xyplot.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -37,12 +39,12 @@ TimePlotWidget::TimePlotWidget(short leapSeconds, QString title, int minimumHeig
     XYCanvas* const canvas = plot->getCanvas();
     canvas->addCustomVerticalDataBoundsVector(&customVerticalBounds);
     if (!title.isEmpty())
-        plot->setPlotTitle(title);
+        plot->setPlotTitle(std::move(title));
     plot->setMinimumHeight(minimumHeight);
     plot->minimumPlotWidth = minimumWidth;
     plot->setMinimumWidth(minimumWidth);
     setUpXYPlot(false, true);
-    plot->setAxisTitle(eHORIZONTAL, yAxisTitle);
+    plot->setAxisTitle(eHORIZONTAL, std::move(yAxisTitle));
     plot->setAxisTitle(eVERTICAL, tr("Time (s)"));
     plot->addScale(eHORIZONTAL, true);
     canvas->setHorizontalZoomLimit(horizontalZoomLimitMs);
@@ -93,7 +95,7 @@ void TimePlotWidget::giveListener(XYDataSet* dataSet)
     delete former;
     dataSet->setDrawListener(listener);
     colorBarListeners.append(listener);
-    connect(listener, &QObject::destroyed, this,
+    connect(listener, &QObject::destroyed, &listenerContext,
             [this, listener] { colorBarListeners.removeAll(listener); });
 }
 
@@ -164,6 +166,8 @@ void TimePlotWidget::showMean()
 
 void TimePlotWidget::updateTimeAxisTitle()
 {
+    if (!timeGrid)
+        return;
     QString title;
     switch (timeGrid->timeType) {
     case eSHOW_GNSS:
@@ -207,6 +211,8 @@ QString TimePlotWidget::localOffsetText() const
 
 void TimePlotWidget::changeTimeAxis(ETimeType type)
 {
+    if (!timeGrid)
+        return;
     timeGrid->changeTimeFormat(type);
     updateTimeAxisTitle();
     plot->getCanvas()->fullRepaint();
@@ -214,10 +220,12 @@ void TimePlotWidget::changeTimeAxis(ETimeType type)
 
 void TimePlotWidget::setDeltaLS(short leapSeconds)
 {
-    timeGrid->deltaLS = leapSeconds;
+    if (timeGrid)
+        timeGrid->deltaLS = leapSeconds;
 }
 
 void TimePlotWidget::setUtcOffset(float utcOffset)
 {
-    timeGrid->utcOffset = utcOffset;
+    if (timeGrid)
+        timeGrid->utcOffset = utcOffset;
 }

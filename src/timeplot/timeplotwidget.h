@@ -44,7 +44,8 @@ public:
     void updateLegend();
     /// To be called after points have been appended to the columns: shows them.
     void updateTimePlot();
-    /// Makes the title of the x axis tell the present form of time.
+    /// Makes the title of the x axis tell the present form of time. Without the time grid, which
+    /// the application may have deleted, this and the slots do nothing.
     void updateTimeAxisTitle();
 
 public Q_SLOTS:
@@ -69,6 +70,7 @@ private:
     bool meanIsInteger;
     QVector<double> customVerticalBounds;
     QVector<ColorBarDrawListener*> colorBarListeners;
+    QObject listenerContext; // goes before the vector, and a child of this widget only after it
     struct GivenFilter
     {
         QPointer<XYDataSet> dataSet;

@@ -17,24 +17,30 @@ struct Corner // in radii from the centre
     int y;
 };
 
-/// Strokes the closed outline through the corners.
+struct Side // with the end at which its dashes start
+{
+    Corner from;
+    Corner to;
+};
+
 template<int count>
-void strokeOutline(QPainter& painter, QPoint centre, int radius, Corner const (&corners)[count])
+void strokeSides(QPainter& painter, QPoint centre, int radius, Side const (&sides)[count])
 {
     QLine lines[count];
     auto const place = [&](Corner corner) {
         return QPoint(centre.x() + corner.x * radius, centre.y() + corner.y * radius);
     };
     for (int i = 0; i < count; ++i)
-        lines[i] = QLine(place(corners[i]), place(corners[(i + 1) % count]));
+        lines[i] = QLine(place(sides[i].from), place(sides[i].to));
     painter.drawLines(lines, count);
 }
 
-constexpr Corner triangleDown[] = {{-1, -1}, {1, -1}, {0, 1}};
-constexpr Corner triangleUp[] = {{-1, 1}, {1, 1}, {0, -1}};
-constexpr Corner triangleLeft[] = {{1, 1}, {1, -1}, {-1, 0}};
-constexpr Corner triangleRight[] = {{-1, 1}, {-1, -1}, {1, 0}};
-constexpr Corner diamond[] = {{-1, 0}, {0, 1}, {1, 0}, {0, -1}};
+constexpr Side triangleDown[] = {{{-1, -1}, {1, -1}}, {{-1, -1}, {0, 1}}, {{1, -1}, {0, 1}}};
+constexpr Side triangleUp[] = {{{-1, 1}, {1, 1}}, {{-1, 1}, {0, -1}}, {{1, 1}, {0, -1}}};
+constexpr Side triangleLeft[] = {{{1, 1}, {1, -1}}, {{1, 1}, {-1, 0}}, {{1, -1}, {-1, 0}}};
+constexpr Side triangleRight[] = {{{-1, 1}, {-1, -1}}, {{-1, 1}, {1, 0}}, {{-1, -1}, {1, 0}}};
+constexpr Side diamond[]
+    = {{{-1, 0}, {0, 1}}, {{0, 1}, {1, 0}}, {{1, 0}, {0, -1}}, {{0, -1}, {-1, 0}}};
 
 } // namespace
 
@@ -60,22 +66,22 @@ void paintSymbol(QPainter& painter, QPoint centre, E_SYMBOL symbol, int radius)
         painter.drawRect(x - r, y - r, 2 * r, 2 * r);
         break;
     case SYMBOL_TRIANGLE_DOWN:
-        strokeOutline(painter, centre, r, triangleDown);
+        strokeSides(painter, centre, r, triangleDown);
         break;
     case SYMBOL_TRIANGLE_UP:
-        strokeOutline(painter, centre, r, triangleUp);
+        strokeSides(painter, centre, r, triangleUp);
         break;
     case SYMBOL_TRIANGLE_LEFT:
-        strokeOutline(painter, centre, r, triangleLeft);
+        strokeSides(painter, centre, r, triangleLeft);
         break;
     case SYMBOL_TRIANGLE_RIGHT:
-        strokeOutline(painter, centre, r, triangleRight);
+        strokeSides(painter, centre, r, triangleRight);
         break;
     case SYMBOL_CIRCLE:
         painter.drawEllipse(x - r, y - r, 2 * r, 2 * r);
         break;
     case SYMBOL_DIAMOND:
-        strokeOutline(painter, centre, r, diamond);
+        strokeSides(painter, centre, r, diamond);
         break;
     default:
         break;

@@ -66,7 +66,7 @@ XYLegend::XYLegend(QList<XYDataSet*>* plotDataSets, bool withCheckBoxes, E_LEGEN
     , position(place)
     , frameLayout(new QVBoxLayout)
     , maxHeight(columnHeight)
-    , retiredWidgets(std::make_unique<RetiredWidgets>())
+    , retiredWidgets(std::make_shared<RetiredWidgets>())
 {
     debugTag.ask();
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("XYLegend"));
@@ -88,6 +88,8 @@ XYLegend::XYLegend(QList<XYDataSet*>* plotDataSets, bool withCheckBoxes, E_LEGEN
 
 XYLegend::~XYLegend()
 {
+    // Legends among them hold on to it in turn.
+    retiredWidgets->deleteAll();
     delete frame;
     delete signalMapper;
     if (isInMenu()) {
@@ -97,12 +99,15 @@ XYLegend::~XYLegend()
     MemLeakTracer::getInstance()->doDeallocateObject(QStringLiteral("XYLegend"));
 }
 
-bool XYLegend::isSignalUnderWay() const
+void XYLegend::retire()
 {
-    auto const legends = findChildren<LookLegend*>();
-    return retiredWidgets->isSignalUnderWay()
-        || std::any_of(legends.cbegin(), legends.cend(),
-                       [](LookLegend const* legend) { return legend->isSignalUnderWay(); });
+    // Before the signal is over the list may go, and another legend come that fills the menu.
+    static QList<XYDataSet*> noDataSets;
+    dataSets = &noDataSets;
+    menu = nullptr;
+    updateTimer.stop();
+    disconnect(this, &XYLegend::dataSetVisibilityChanged, nullptr, nullptr);
+    retiredWidgets->remove(this, retiredWidgets->isSignalUnderWay());
 }
 
 void XYLegend::update()
@@ -112,7 +117,7 @@ void XYLegend::update()
     else
         rebuildFrame();
     if (allCheckBox && noneCheckBox)
-        applyToggle(2); // whatever the index, for what follows: the two boxes and the signal
+        toggled(2); // whatever the index, for what follows: the two boxes and the signal
     updateColorBarLegends();
 }
 
@@ -163,15 +168,19 @@ void XYLegend::rebuildFrame()
 
 void XYLegend::removeFrame()
 {
-    if (frame) {
-        bool const hearsItsSignal = frame->isAncestorOf(qobject_cast<QWidget*>(sender()));
-        retiredWidgets->remove(frame, retiredWidgets->isSignalUnderWay() || hearsItsSignal);
-    }
+    if (frame)
+        removeWidget(frame);
     frame = nullptr;
     allCheckBox = nullptr;
     noneCheckBox = nullptr;
     checkBoxes.clear();
     rowOfDataSet.clear();
+}
+
+void XYLegend::removeWidget(QWidget* widget)
+{
+    bool const hearsItsSignal = widget->isAncestorOf(qobject_cast<QWidget*>(sender()));
+    retiredWidgets->remove(widget, retiredWidgets->isSignalUnderWay() || hearsItsSignal);
 }
 
 QList<int> XYLegend::listedDataSets() const
@@ -272,21 +281,17 @@ void XYLegend::addSampleAndName(int dataSetIndex, int row, int base)
 void XYLegend::updateColorBarLegends()
 {
     auto const legends = findChildren<LookLegend*>();
-    for (LookLegend* const legend : legends) {
-        bool const hearsItsSignal = legend->isAncestorOf(qobject_cast<QWidget*>(sender()));
-        retiredWidgets->remove(legend, legend->isSignalUnderWay() || hearsItsSignal);
-    }
+    for (LookLegend* const legend : legends)
+        removeWidget(legend);
     if (!colorBarLayout)
         return;
     for (XYDataSet* const dataSet : qAsConst(*dataSets)) {
         if (!isShownAsColorBar(dataSet))
             continue;
         auto* const legend = new LookLegend(dataSet, nullptr);
+        legend->retiredWidgets = retiredWidgets;
         colorBarLayout->addWidget(legend);
-        connect(legend, &LookLegend::filterChanged, this, [this] {
-            RetiredWidgets::SignalScope const scope(*retiredWidgets);
-            Q_EMIT dataSetVisibilityChanged();
-        });
+        connect(legend, &LookLegend::filterChanged, this, &XYLegend::dataSetVisibilityChanged);
     }
 }
 
@@ -303,11 +308,6 @@ LookLegend* XYLegend::getColorBarLegend(XYDataSet* dataSet)
 void XYLegend::toggled(int i)
 {
     RetiredWidgets::SignalScope const scope(*retiredWidgets);
-    applyToggle(i);
-}
-
-void XYLegend::applyToggle(int i)
-{
     if (isInMenu()) {
         if (i < dataSets->size() && i < actions.size() && actions.at(i))
             dataSets->at(i)->visible = actions.at(i)->isChecked();
@@ -328,7 +328,8 @@ void XYLegend::updateAllAndNone()
         return;
     auto const isChecked = [](QCheckBox const* box) { return box->isChecked(); };
     allCheckBox->setChecked(std::all_of(checkBoxes.cbegin(), checkBoxes.cend(), isChecked));
-    noneCheckBox->setChecked(std::none_of(checkBoxes.cbegin(), checkBoxes.cend(), isChecked));
+    if (noneCheckBox) // a slot of the other may have led to a rebuild with fewer rows
+        noneCheckBox->setChecked(std::none_of(checkBoxes.cbegin(), checkBoxes.cend(), isChecked));
 }
 
 void XYLegend::allOrNoneCBToggled()
@@ -372,7 +373,8 @@ QPixmap XYLegend::createPixmap(int index, QColor background, bool withText, qrea
             entry.color = look->getDefaultColor();
     }
     double const penWidth = scaledThickness(*look, entry.lineThickness);
-    int const radius = sampleSymbolRadius(entry.symbol, penWidth, look->getSymbolSize() / 2);
+    int const symbolRadius = look->getSymbolSize() / 2;
+    int const radius = sampleSymbolRadius(entry.symbol, penWidth, symbolRadius);
 
     QPainter painter(&pixmap);
     painter.setFont(font());
@@ -380,8 +382,8 @@ QPixmap XYLegend::createPixmap(int index, QColor background, bool withText, qrea
     if (withText) {
         PlotRenderSettings_t const& settings = getPlotRenderSettings();
         painter.setPen(palette().brush(QPalette::Current, QPalette::WindowText).color());
-        painter.drawText(settings.legendSymbolWidth + settings.legendSymbolGap,
-                         height - metrics.descent(), dataSet->name);
+        double const x = double(settings.legendSymbolWidth) + settings.legendSymbolGap;
+        painter.drawText(QPointF(x, height - metrics.descent()), dataSet->name);
     }
     return pixmap;
 }

@@ -40,6 +40,7 @@ enum E_LEGEND_POSITION : int {
  * If checkable, each row has a check box that shows and hides its data set, and four rows or more
  * get boxes for all and none. The rows hold no state: each update() makes them anew from the data
  * sets. The list of data sets stays the caller's, as do the data sets, and must outlive the legend.
+ * A slot of one of its signals must not delete it, but may retire() it.
  */
 class ZELPLOT_EXPORT XYLegend : public QWidget
 {
@@ -64,7 +65,8 @@ public:
 
     /**
      * A sample of the last appearance of data set @p index of the list, or of its default one if it
-     * has no points; one line of the legend's font high, in logical pixels of that ratio.
+     * has no points; one line of the legend's font high, in logical pixels of that ratio. Null if
+     * the render settings leave it no width or more than 32767 pixels.
      */
     QPixmap createPixmap(int index, QColor background, bool withText, qreal pixelRatio = 1.0);
 
@@ -80,8 +82,11 @@ public:
      */
     QPixmap drawLegendToPixmap(QSize maximum);
 
-    /// Whether a check box is telling its change, so that the legend must not be deleted.
-    bool isSignalUnderWay() const;
+    /**
+     * Deletes the legend at once or, while a signal of it or of a box is under way, when that is
+     * over. It leaves its parent, tells nothing more, and lets go of the data sets and of the menu.
+     */
+    void retire();
 
 Q_SIGNALS:
     /// The user has shown or hidden a data set or an appearance; also after a rebuild of a legend
@@ -122,9 +127,9 @@ private:
     void addRows(QList<int> const& listed, int headerRows);
     void addCheckBox(int dataSetIndex, int row, int column);
     void addSampleAndName(int dataSetIndex, int row, int base);
-    void applyToggle(int dataSetIndex);
     void setAllBoxes(QCheckBox* other, bool checked);
     void updateAllAndNone();
+    void removeWidget(QWidget* widget);
     bool isInMenu() const { return position == eLEGEND_IN_MENU; }
 
     QBoxLayout* mainLayout = nullptr;
@@ -146,5 +151,5 @@ private:
     QString title;
     QHash<int, int> rowOfDataSet; // index of a data set to that of its check box
     QTimer updateTimer;
-    std::unique_ptr<RetiredWidgets> retiredWidgets;
+    std::shared_ptr<RetiredWidgets> retiredWidgets; // also of the colour bars' legends
 };

@@ -26,7 +26,9 @@ void XYPlot::addLegend(bool checkable, E_LEGEND_POSITION position, QMenu* menu)
                 &XYPlot::redrawCanvasWithoutInterruption);
         setLegendVisible(legendVisible);
     }
-    connectLegend();
+    // Who hears of the update may have removed the legend.
+    if (legend)
+        connectLegend();
 }
 
 bool XYPlot::hasVisibleColorBar() const
@@ -69,14 +71,8 @@ void XYPlot::removeLegend()
         rowLayout->removeWidget(legend);
     else if (legendPosition == eLEGEND_BOTTOM)
         mainLayout->removeWidget(legend);
-    if (legend->isSignalUnderWay()) {
-        // Called from a slot of its own check box, which outlives its signal.
-        legend->hide();
-        legend->deleteLater();
-        legend = nullptr;
-        return;
-    }
-    delete legend;
+    legend->retire();
+    legend = nullptr;
 }
 
 void XYPlot::setParentLayoutForLegend(QLayout* layout)
@@ -87,7 +83,11 @@ void XYPlot::setParentLayoutForLegend(QLayout* layout)
 void XYPlot::setLegendVisible(bool flag)
 {
     legendVisible = flag;
-    // A legend without a place would come up as a window of its own.
-    if (legend && (!flag || legend->parentWidget()))
+    if (!legend)
+        return;
+    // Without a place it would come up as a window of its own; it shows once it gets one.
+    if (flag && !legend->parentWidget())
+        legend->setAttribute(Qt::WA_WState_ExplicitShowHide, false);
+    else
         legend->setVisible(flag);
 }
