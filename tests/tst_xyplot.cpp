@@ -5,8 +5,8 @@
 #include "xyplotcommon.h"
 #include "xyscale.h"
 
-#include <QLabel>
-#include <QSignalSpy>
+#include <QCheckBox>
+#include <QVBoxLayout>
 
 class tst_XYPlot : public LibraryTest
 {
@@ -21,7 +21,9 @@ private Q_SLOTS:
     void autoPositionsShareTheHeight();
     void buttonsAndBarsMoveTheView();
     void dataAppearsWithoutBeingAskedFor();
-    void goesWhileTimersAreDue();
+    void legendRemovedByItsOwnRebuild();
+    void goesWithinASignalOfItsLegend();
+    void legendWaitsForItsPlace();
     void everySizeIsDrawn();
     void titleIsDrawnAboutItsCentre();
 };
@@ -78,6 +80,15 @@ void tst_XYPlot::scalesStandAtTheCanvas()
     QCOMPARE(place(stage->getYScale()).right() + 2, canvas.left());
     QCOMPARE(place(stage->getYScale()).bottom(), below.bottom() + 1);
 
+    // A strip of the application's takes its bar along.
+    QWidget strip;
+    PlotStage plain(false);
+    plain->createScrollBar(new QVBoxLayout(&strip), Qt::Horizontal);
+    QVERIFY(plain->getHorizontalScrollBar());
+    delete plain->getHorizontalScrollBar();
+    plain->redrawCanvas();
+    QVERIFY(!plain->getHorizontalScrollBar());
+
     stage->removeScale(eVERTICAL);
     QVERIFY(!stage->getYScale() && !stage->getCanvas()->getGrid(eVERTICAL)->getScale());
     stage->addScale(eVERTICAL, true);
@@ -98,6 +109,14 @@ void tst_XYPlot::scaleWidthIsThatOfTheWidestLabel()
     QCOMPARE(stage->getXScale()->minimumHeight(), metrics.height() + 10);
     stage->setLabelType(eHORIZONTAL, eNO_LABELS);
     QCOMPARE(stage->getXScale()->maximumHeight(), 10);
+
+    // A size that no widget can have would be asked for, and refused, at each change.
+    plotRenderSettings.push(getPlotRenderSettings());
+    getPlotRenderSettings().majorTickLength = -80;
+    stage->updateHorizontalScaleWidth();
+    stage->updateVerticalScaleHeight();
+    plotRenderSettings.pop();
+    QCOMPARE(stage->getYScale()->maximumWidth() + stage->getXScale()->maximumHeight(), 0);
 }
 
 void tst_XYPlot::groupSharesTheWidestScale()
@@ -186,24 +205,75 @@ void tst_XYPlot::buttonsAndBarsMoveTheView()
 void tst_XYPlot::dataAppearsWithoutBeingAskedFor()
 {
     PlotStage stage;
-    stage->resize(300, 200);
-    XYDataSet* const dataSet = stage.addToPlot("data", {});
-    stage->getCanvas()->setBounds({0.0, 1.0, -1.0, 1.0}, {0.0, 1.0, -1.0, 1.0}, true);
-    QTest::qWait(300); // the redraw that adding brings is over
-    stage->grab();
-    dataSet->append(0.0, 0.0);
-    stage->grab();
-    QCOMPARE(stage->getCanvas()->getLastProcessedIndex(dataSet), 0);
+    XYCanvas* const canvas = stage->getCanvas();
+    canvas->setBounds({0.0, 1.0, -1.0, 1.0}, {0.0, 1.0, -1.0, 1.0}, true);
+    // Not by grab(), which resizes a plot that is not shown, and so redraws it.
+    auto const isDrawn = [=](XYDataSet* dataSet) {
+        TestImage const picture({200, 100}, 1.0,
+                                [=](QPainter* painter) { canvas->drawCanvas(painter); });
+        return canvas->getLastProcessedIndex(dataSet) == 0;
+    };
+    XYDataSet* const full = stage.add("full", {0.0});
+    QVERIFY(!isDrawn(full));
+    stage->addDataSet(full);
+    QVERIFY(!isDrawn(full));
+    QTRY_VERIFY(isDrawn(full));
+    XYDataSet* const empty = stage.addToPlot("empty", {});
+    empty->append(0.0, 0.0);
+    QVERIFY(isDrawn(empty));
 }
 
-void tst_XYPlot::goesWhileTimersAreDue()
+void tst_XYPlot::legendRemovedByItsOwnRebuild()
 {
-    auto stage = std::make_unique<PlotStage>();
-    stage->addToPlot("data");
-    stage->plot.addLegend(true, eLEGEND_RIGHT, nullptr);
-    stage->plot.getDataSets().first()->getLook()->changeFromLast(Qt::green);
-    stage.reset();
+    PlotStage stage;
+    for (int i = 0; i < 4; ++i)
+        stage.addToPlot(QString::number(i));
+    stage->addLegend(true, eLEGEND_RIGHT, nullptr);
+    QPointer<XYLegend> const legend = stage->getLegend();
+    connect(legend, &XYLegend::dataSetVisibilityChanged, &stage.plot, &XYPlot::removeLegend);
+    stage->addLegend(true, eLEGEND_RIGHT, nullptr);
+    QVERIFY(!stage->getLegend());
+    QTRY_VERIFY(!legend);
+}
+
+void tst_XYPlot::goesWithinASignalOfItsLegend()
+{
+    for (bool const withinALoop : {false, true}) {
+        auto stage = std::make_unique<PlotStage>();
+        for (int i = 0; i < 4; ++i)
+            stage->addToPlot(QString::number(i));
+        stage->plot.addLegend(true, eLEGEND_RIGHT, nullptr);
+        QPointer<XYLegend> const legend = stage->plot.getLegend();
+        connect(legend, &XYLegend::dataSetVisibilityChanged, this, [&] {
+            if (!withinALoop)
+                stage.reset();
+            QTimer later;
+            connect(&later, &QTimer::timeout, this, [&] { stage.reset(); });
+            later.start(0);
+            QTRY_VERIFY(!stage);
+            QTest::qWait(1); // deletes what is due
+        });
+        // The timers of plot and legend are due after their end.
+        stage->plot.getDataSets().first()->getLook()->changeFromLast(Qt::green);
+        legend->findChildren<QCheckBox*>().at(1)->click(); // none
+        QVERIFY(!stage && legend);
+        QTRY_VERIFY(!legend);
+    }
     QTest::qWait(300);
+}
+
+void tst_XYPlot::legendWaitsForItsPlace()
+{
+    PlotStage stage;
+    auto* const layout = new QVBoxLayout;
+    stage->setParentLayoutForLegend(layout);
+    stage->setLegendVisible(false);
+    stage->addLegend(true, eLEGEND_BOTTOM, nullptr);
+    stage->setLegendVisible(true);
+    QVERIFY(stage->getLegend()->isHidden()); // no window of its own
+    QWidget host;
+    host.setLayout(layout);
+    QVERIFY(!stage->getLegend()->isHidden());
 }
 
 void tst_XYPlot::everySizeIsDrawn()

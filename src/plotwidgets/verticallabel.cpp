@@ -2,6 +2,7 @@
 
 #include "debugtag.h"
 #include "memleaktracer.h"
+#include "rounding.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -38,7 +39,7 @@ void VerticalLabel::setTextPixmap(QString text)
     int const width = metrics.horizontalAdvance(text);
     qreal const ratio = devicePixelRatioF();
     auto const pixels
-        = [=](int length) { return text.isEmpty() ? 0 : int(std::ceil(length * ratio)); };
+        = [=](int length) { return text.isEmpty() ? 0 : truncateToInt(std::ceil(length * ratio)); };
     QPixmap pixmap(pixels(height), pixels(width));
     pixmap.setDevicePixelRatio(ratio);
     pixmap.fill(Qt::transparent);

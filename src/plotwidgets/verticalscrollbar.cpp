@@ -4,6 +4,7 @@
 #include "memleaktracer.h"
 
 #include <QMouseEvent>
+#include <QPointer>
 #include <QStyle>
 #include <QStyleOptionSlider>
 
@@ -50,8 +51,10 @@ void VerticalScrollBar::mousePressEvent(QMouseEvent* event)
     for (InverseAction const& inverse : inverseActions) {
         if (inverse.part != part)
             continue;
+        QPointer<VerticalScrollBar> const bar(this);
         triggerAction(inverse.action);
-        setRepeatAction(inverse.action, repeatDelayMs, repeatIntervalMs);
+        if (bar) // the step may have ended its plot
+            setRepeatAction(inverse.action, repeatDelayMs, repeatIntervalMs);
         return;
     }
     QScrollBar::mousePressEvent(event);

@@ -69,8 +69,10 @@ public:
      */
     QPixmap createPixmap(int index, QColor background, bool withText, qreal pixelRatio = 1.0);
 
-    /// Deletes the legend, now or, if one of its boxes or actions is telling its change, after
-    /// that.
+    /**
+     * Deletes the legend at once or, while a signal of it or of a box is under way, when that is
+     * over. It leaves its parent, tells nothing more, and lets go of the data sets and of the menu.
+     */
     void retire();
 
 Q_SIGNALS:
@@ -109,6 +111,7 @@ private:
     QBoxLayout* mainLayout = nullptr;
     QPointer<QMenu> menu;
     QList<XYDataSet*>* dataSets;
+    QList<XYDataSet*> noDataSets; // takes the place of `dataSets` in a retired legend
     bool checkable;
     QList<QCheckBox*> checkBoxes; // in row order
     QList<QPointer<QAction>> actions; // of all updates so far

@@ -86,7 +86,7 @@ constexpr int wrappedAndCentred = Qt::TextWordWrap | Qt::AlignHCenter | Qt::Alig
 
 } // namespace
 
-XYPlot::XYPlot(bool withScrollBars, bool xAxisTitleAbove, bool withoutBackwardLines,
+XYPlot::XYPlot(bool withScrollBars, bool xAxisTitleOnTop, bool suppressBackwardLines,
                QWidget* parent)
     : QWidget(parent)
     , markers(std::make_unique<QList<Marker_t*>>())
@@ -97,20 +97,30 @@ XYPlot::XYPlot(bool withScrollBars, bool xAxisTitleAbove, bool withoutBackwardLi
     debugTag.ask();
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("XYPlot"));
     createTitles();
-    createCanvas(withoutBackwardLines);
-    fillLayout(createCanvasFrame(withScrollBars), xAxisTitleAbove);
+    createCanvas(suppressBackwardLines);
+    fillLayout(createCanvasFrame(withScrollBars), xAxisTitleOnTop);
 }
 
 XYPlot::~XYPlot()
 {
-    delete legend;
+    removeLegend();
     MemLeakTracer::getInstance()->doDeallocateObject(QStringLiteral("XYPlot"));
+}
+
+QScrollBar* XYPlot::getHorizontalScrollBar() const
+{
+    return horizontalScrollBar;
+}
+
+VerticalScrollBar* XYPlot::getVerticalScrollBar() const
+{
+    return verticalScrollBar;
 }
 
 void XYPlot::createTitles()
 {
     titleLabel = new QLabel(tr("Plot-title"));
-    titleLabel->setFont(QFont(titleLabel->font())); // no longer that of its surroundings
+    titleLabel->setFont(QFont(titleLabel->font())); // a copy, which follows its surroundings
     titleLabel->hide();
     centreInFixedHeight(titleLabel);
 
@@ -125,10 +135,10 @@ void XYPlot::createTitles()
     centreInFixedHeight(xAxisTitleLabel);
 }
 
-void XYPlot::createCanvas(bool withoutBackwardLines)
+void XYPlot::createCanvas(bool suppressBackwardLines)
 {
     canvas = new XYCanvas(dataSets.get(), markers.get(), ellipseMarkers.get(), crossMarkers.get(),
-                          withoutBackwardLines, nullptr);
+                          suppressBackwardLines, nullptr);
     connect(canvas, &XYCanvas::mouseMoved, this, &XYPlot::mouseMoved);
     connect(canvas, &XYCanvas::mouseCoords, this, &XYPlot::mouseCoords);
     connect(this, &XYPlot::connectFirstLast, canvas, &XYCanvas::setConnectFirstLast);
@@ -169,11 +179,11 @@ QPushButton* XYPlot::createShowAllButton()
 void XYPlot::createScrollBar(QLayout* layout, Qt::Orientation orientation)
 {
     bool const vertical = orientation == Qt::Vertical;
-    QScrollBar* bar = nullptr;
     if (vertical)
-        bar = verticalScrollBar = new VerticalScrollBar(nullptr);
+        verticalScrollBar = new VerticalScrollBar(nullptr);
     else
-        bar = horizontalScrollBar = new QScrollBar(Qt::Horizontal);
+        horizontalScrollBar = new QScrollBar(Qt::Horizontal);
+    QScrollBar* const bar = vertical ? verticalScrollBar : horizontalScrollBar;
     int const side = vertical ? bar->sizeHint().width() : bar->sizeHint().height();
     QString const axis = vertical ? tr("vertical") : tr("horizontal");
     QIcon const icon(vertical ? QStringLiteral(":/pic/tp_showall_vertical_small.png")
@@ -206,13 +216,13 @@ void XYPlot::createScrollBar(QLayout* layout, Qt::Orientation orientation)
 }
 
 /// No spacing around the canvas: the scales must touch its frame.
-void XYPlot::fillLayout(QWidget* canvasFrame, bool xAxisTitleAbove)
+void XYPlot::fillLayout(QWidget* canvasFrame, bool xAxisTitleOnTop)
 {
     plotGrid = new QGridLayout;
     plotGrid->setSpacing(0);
     plotGrid->addWidget(yAxisTitleLabel, CanvasRow, TitleColumn);
     plotGrid->addWidget(canvasFrame, CanvasRow, CanvasColumn);
-    plotGrid->addWidget(xAxisTitleLabel, xAxisTitleAbove ? TitleAboveRow : TitleBelowRow,
+    plotGrid->addWidget(xAxisTitleLabel, xAxisTitleOnTop ? TitleAboveRow : TitleBelowRow,
                         CanvasColumn);
     rowLayout = new QHBoxLayout;
     rowLayout->setSpacing(0);

@@ -46,11 +46,11 @@ class ZELPLOT_EXPORT XYPlot : public QWidget
     Q_OBJECT
 public:
     /**
-     * @param withScrollBars       also builds the zoom buttons beside them
-     * @param xAxisTitleAbove      puts the title of the x axis over the canvas instead of under it
-     * @param withoutBackwardLines leaves a step backwards in x unconnected
+     * @param withScrollBars        also builds the zoom buttons beside them
+     * @param xAxisTitleOnTop       puts the title of the x axis over the canvas instead of under it
+     * @param suppressBackwardLines leaves a step backwards in x unconnected
      */
-    XYPlot(bool withScrollBars, bool xAxisTitleAbove, bool withoutBackwardLines, QWidget* parent);
+    XYPlot(bool withScrollBars, bool xAxisTitleOnTop, bool suppressBackwardLines, QWidget* parent);
     ~XYPlot() override;
 
     XYCanvas* getCanvas() const { return canvas; }
@@ -61,8 +61,8 @@ public:
     QList<XYDataSet*> getDataSets() const { return *dataSets; }
     QList<Marker_t*> getMarkers() const { return *markers; }
     /// Null in a plot without scroll bars, as the other.
-    QScrollBar* getHorizontalScrollBar() const { return horizontalScrollBar; }
-    VerticalScrollBar* getVerticalScrollBar() const { return verticalScrollBar; }
+    QScrollBar* getHorizontalScrollBar() const;
+    VerticalScrollBar* getVerticalScrollBar() const;
 
     // Data sets and markers. Those removed show until the next redraw.
 
@@ -73,7 +73,8 @@ public:
     void removeAllDataSets();
     /// Whether some data set, visible or not, has a valid y value.
     bool hasData() const;
-    /// Appends a line marker, unless one with an equal label, be it empty, is there already.
+    /// Appends a line marker, unless one with an equal label, be it empty, is there already, which
+    /// the debug output tells.
     void addMarker(Marker_t* marker);
     void removeMarker(Marker_t* marker);
     void addEllipseMarker(EllipseMarker_t* marker);
@@ -107,8 +108,10 @@ public:
     void removeScale(E_ORIENTATION_TYPE orientation);
     /// Plots whose y scales are to have one width; may hold this plot.
     void setGroupOfPlots(QList<XYPlot*> plots);
-    /// Pixels that the y scale needs for the labels of all data, whatever is in view.
+    /// Pixels that the y scale needs for the labels of all data, whatever is in view, or with
+    /// @p includeGroup that of the group which needs most; 0 without a scale.
     int calculateHorizontalScaleWidth(bool includeGroup) const;
+    /// Fixes the width of the y scale, with @p includeGroup of each in the group.
     void setHorizontalScaleWidth(int width, bool includeGroup);
     /// Sets where a grid puts its labels, and makes room on its scale.
     void setLabelType(E_ORIENTATION_TYPE orientation, E_LABEL_TYPE type);
@@ -129,7 +132,8 @@ public:
     /// Where a legend that is added later goes instead of beside this plot; stays the caller's.
     void setParentLayoutForLegend(QLayout* layout);
 
-    /// Puts a scroll bar and its zoom buttons into @p layout; for the constructor.
+    /// Puts a scroll bar and its zoom buttons into @p layout, once for each orientation; for the
+    /// constructor, or for an application that wants them elsewhere.
     void createScrollBar(QLayout* layout, Qt::Orientation orientation);
 
     int minimumPlotWidth = 0; ///< a note of the ready-made plots; the minimum width that they set
@@ -149,6 +153,7 @@ public Q_SLOTS:
     /// Whether mouseMoved() is emitted.
     void enableMouseTracking(bool enable);
     void showFullPlot();
+    /// Also of a legend that is added later.
     void setLegendVisible(bool flag);
     void updateHorizontalScaleWidth();
     void updateVerticalScaleHeight();
@@ -173,10 +178,10 @@ private Q_SLOTS:
 
 private:
     void createTitles();
-    void createCanvas(bool withoutBackwardLines);
+    void createCanvas(bool suppressBackwardLines);
     QWidget* createCanvasFrame(bool withScrollBars);
     QPushButton* createShowAllButton();
-    void fillLayout(QWidget* canvasFrame, bool xAxisTitleAbove);
+    void fillLayout(QWidget* canvasFrame, bool xAxisTitleOnTop);
     void addYScale();
     void addXScale(bool onTop);
     void detachScale(XYScale* scale, E_ORIENTATION_TYPE orientation);
@@ -195,7 +200,7 @@ private:
     QLabel* titleLabel = nullptr;
     QLabel* xAxisTitleLabel = nullptr;
     VerticalLabel* yAxisTitleLabel = nullptr;
-    QScrollBar* horizontalScrollBar = nullptr;
+    QPointer<QScrollBar> horizontalScrollBar; // in a layout that may be the application's
     QPointer<XYScale> yScale;
     QPointer<XYScale> xScale;
     QPointer<XYLegend> legend;
@@ -205,6 +210,6 @@ private:
     std::unique_ptr<QList<XYDataSet*>> dataSets;
     std::unique_ptr<QList<EllipseMarker_t*>> ellipseMarkers;
     std::unique_ptr<QList<CrossMarker_t*>> crossMarkers;
-    VerticalScrollBar* verticalScrollBar = nullptr;
+    QPointer<VerticalScrollBar> verticalScrollBar;
     QList<QPointer<XYPlot>> groupOfPlots;
 };

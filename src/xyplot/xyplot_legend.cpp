@@ -26,7 +26,7 @@ void XYPlot::addLegend(bool checkable, E_LEGEND_POSITION position, QMenu* menu)
                 &XYPlot::redrawCanvasWithoutInterruption);
         setLegendVisible(legendVisible);
     }
-    // A slot of the update may have removed it.
+    // Who hears of the update may have removed the legend.
     if (legend)
         connectLegend();
 }
@@ -71,7 +71,7 @@ void XYPlot::removeLegend()
         rowLayout->removeWidget(legend);
     else if (legendPosition == eLEGEND_BOTTOM)
         mainLayout->removeWidget(legend);
-    legend->retire(); // maybe called from a slot of its own check box
+    legend->retire();
     legend = nullptr;
 }
 
@@ -83,7 +83,11 @@ void XYPlot::setParentLayoutForLegend(QLayout* layout)
 void XYPlot::setLegendVisible(bool flag)
 {
     legendVisible = flag;
-    // A legend without a place would come up as a window of its own.
-    if (legend && (!flag || legend->parentWidget()))
+    if (!legend)
+        return;
+    // Without a place it would come up as a window of its own; it shows once it gets one.
+    if (flag && !legend->parentWidget())
+        legend->setAttribute(Qt::WA_WState_ExplicitShowHide, false);
+    else
         legend->setVisible(flag);
 }

@@ -44,6 +44,12 @@ bool takesRoom(XYDataSet* dataSet)
         && (dataSet->yData->hasValidValues() || !dataSet->getLook()->mustHideEntryIfNoValidData());
 }
 
+/// A length that a widget can have, for what hostile render settings lead to.
+int withinWidget(int length)
+{
+    return qBound(0, length, QWIDGETSIZE_MAX);
+}
+
 /// The widest text that a label of as many digits may have.
 QString withWidestDigits(QString text)
 {
@@ -173,9 +179,10 @@ int XYPlot::calculateHorizontalScaleWidth(bool includeGroup) const
 /// Touches the scale only if its width changes, since the layout then works anew.
 void XYPlot::setHorizontalScaleWidth(int width, bool includeGroup)
 {
-    if (yScale && width != yScale->minimumSize().width()) {
-        yScale->setMinimumWidth(width);
-        yScale->setMaximumWidth(width);
+    int const held = withinWidget(width);
+    if (yScale && held != yScale->minimumSize().width()) {
+        yScale->setMinimumWidth(held);
+        yScale->setMaximumWidth(held);
     }
     if (!includeGroup)
         return;
@@ -198,6 +205,7 @@ void XYPlot::updateVerticalScaleHeight()
     int height = XYScale::getTickReserve();
     if (hasScaleLabels(grid->getLabelType()))
         height += QFontMetrics(getPlotRenderSettings().scaleFont).height();
+    height = withinWidget(height);
     if (height != xScale->minimumSize().height()) {
         xScale->setMinimumHeight(height);
         xScale->setMaximumHeight(height);
