@@ -102,10 +102,8 @@ XYLegend::~XYLegend()
 void XYLegend::retire()
 {
     // Before the signal is over the list may go, and another legend come that fills the menu.
-    static QList<XYDataSet*> noDataSets;
     dataSets = &noDataSets;
     menu = nullptr;
-    updateTimer.stop();
     disconnect(this, &XYLegend::dataSetVisibilityChanged, nullptr, nullptr);
     retiredWidgets->remove(this, retiredWidgets->isSignalUnderWay());
 }

@@ -135,6 +135,7 @@ private:
     QBoxLayout* mainLayout = nullptr;
     QPointer<QMenu> menu;
     QList<XYDataSet*>* dataSets;
+    QList<XYDataSet*> noDataSets; // takes the place of `dataSets` in a retired legend
     bool checkable;
     QList<QCheckBox*> checkBoxes; // in row order
     QList<QPointer<QAction>> actions; // of all updates so far
