@@ -13,6 +13,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolTip>
+#include <algorithm>
 
 namespace {
 
@@ -117,8 +118,10 @@ PlotColumn::PlotColumn(ReceiverData& receiverData, double start, int leapSeconds
             grid);
     DataSetList const tracking = m_data.tracking();
     if (!tracking.isEmpty()) {
+        int const stretch = qBound(3, int(tracking.size()) / 6, 5);
         // A view in y that cannot become smaller, since it means nothing.
-        addPlot({tr("Tracking"), tr("Tracked (bold: used)"), tracking, 1.0, 1000.0, 5, false, true},
+        addPlot({tr("Tracking"), tr("Tracked (bold: used)"), tracking, 1.0, 1000.0, stretch, false,
+                 true},
                 grid);
     }
     bindTogether();
@@ -142,7 +145,7 @@ void PlotColumn::addPlot(Content const& content, QGridLayout* grid)
     int const row = int(m_panels.size());
     grid->addWidget(widget, row, 0);
     grid->setRowStretch(row, content.stretch);
-    m_panels.append({content.name, widget, nullptr, content.stretch});
+    m_panels.append({content.name, widget, nullptr, content.stretch, content.hasRows});
     widget->hMarkerOneShowsMean = content.hasMean;
 
     XYPlot* const plot = widget->getXYPlot();
@@ -290,7 +293,11 @@ QPixmap PlotColumn::picture(QSize size)
 
 void PlotColumn::drawMouseCoords(const QString xLabel, const QString yLabel)
 {
-    Q_EMIT mouseMoved(tr("%1   %2").arg(xLabel, yLabel));
+    bool const isOverRows
+        = std::any_of(m_panels.cbegin(), m_panels.cend(), [this](Panel const& panel) {
+              return panel.hasRows && panel.plot->getXYPlot() == sender();
+          });
+    Q_EMIT mouseMoved(isOverRows ? xLabel : tr("%1   %2").arg(xLabel, yLabel));
 }
 
 void PlotColumn::tellPoint(XYCanvas::datahit_t const& hit, QMouseEvent const* event)

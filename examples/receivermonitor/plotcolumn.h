@@ -75,6 +75,7 @@ private:
         TimePlotWidget* plot;
         QWidget* legendArea; // null for a plot without legend
         int stretch;
+        bool hasRows; // y means nothing
     };
 
     void addPlot(Content const& content, QGridLayout* grid);

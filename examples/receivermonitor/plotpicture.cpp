@@ -18,10 +18,11 @@ PlotRenderSettings_t settingsFor(PictureOptions const& options)
 {
     PlotRenderSettings_t settings = getDefaultPlotRenderSettings();
     double const factor = options.fontSize / QFontInfo(settings.scaleFont).pointSizeF();
-    for (QFont* const font :
-         {&settings.axisTitleFont, &settings.scaleFont, &settings.fixedLabelFont,
-          &settings.legendTitleFont, &settings.plotTitleFont})
+    for (QFont* const font : {&settings.axisTitleFont, &settings.scaleFont,
+                              &settings.fixedLabelFont, &settings.plotTitleFont})
         font->setPointSizeF(QFontInfo(*font).pointSizeF() * factor);
+    // The names in the legend take the size of its heading.
+    settings.legendTitleFont.setPointSize(options.fontSize);
     settings.majorTickLength = scaled(settings.majorTickLength, factor);
     settings.minorTickLength = scaled(settings.minorTickLength, factor);
     settings.legendSymbolWidth = scaled(settings.legendSymbolWidth, factor);
