@@ -138,6 +138,7 @@ void MonitorWindow::synchronizeViews()
 void MonitorWindow::keepScope()
 {
     auto* const organizer = ViewSynchronizationOrganizer::getInstance();
+    m_keepsScope = true;
     organizer->readSettings(settingsFile());
     for (ViewSynchronizer::Scope const scope : scopes)
         connect(organizer->getEnablementAction(scope), &QAction::triggered, this, &writeScope);
@@ -147,7 +148,7 @@ void MonitorWindow::showSynchronizationOptions()
 {
     auto* const page = new ViewSynchronizationOptionsWidget(nullptr, true);
     std::unique_ptr<QDialog> const dialog(page->turnIntoDialog(this));
-    if (dialog->exec() == QDialog::Accepted)
+    if (dialog->exec() == QDialog::Accepted && m_keepsScope)
         writeScope();
 }
 

@@ -28,8 +28,8 @@ public:
     QPixmap picture(QSize size);
     /// Starts the replay from the first epoch.
     void replay();
-    /// Synchronises the views in the scope that the last window has chosen, and remembers further
-    /// choices. Without it there is no scope but the one that the process has.
+    /// Keeps the plots in step in the scope that the user chose last, in this run or a former one.
+    /// Without it nothing is read or written.
     void keepScope();
 
 private:
@@ -55,6 +55,7 @@ private:
     QLabel* m_memory = nullptr;
     QLabel* m_mousePosition = nullptr;
     PictureOptions m_pictureOptions; // as last asked for
+    bool m_keepsScope = false;
 
     QTimer m_tick;
     QElapsedTimer m_sinceLastTick;
