@@ -2,7 +2,10 @@
 #include "looklegend.h"
 #include "monitorwindow.h"
 #include "options.h"
+#include "plotpicture.h"
+#include "viewsynchronizationorganizer.h"
 #include "xycanvas.h"
+#include "xydataset.h"
 #include "xyplot.h"
 
 #include <QCheckBox>
@@ -15,10 +18,13 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QToolBar>
+#include <QToolTip>
 #include <algorithm>
 
 namespace {
 constexpr QRgb autonomous = 0xfff9a825;
+/// What the platform without a screen says of a tool tip.
+constexpr char toolTipWarning[] = "does not support raise()";
 
 /// Pixels of the colour of an autonomous fix.
 int count(QImage const& picture, QRect const& area)
@@ -27,6 +33,43 @@ int count(QImage const& picture, QRect const& area)
     auto const* const pixels = reinterpret_cast<QRgb const*>(part.constBits());
     return int(std::count(pixels, pixels + area.width() * area.height(), autonomous));
 }
+
+ViewSynchronizationOrganizer* organizer()
+{
+    return ViewSynchronizationOrganizer::getInstance();
+}
+
+void sendMove(XYCanvas* canvas, QPoint pixel)
+{
+    QMouseEvent move(QEvent::MouseMove, pixel, QPointF(), Qt::NoButton, {}, {});
+    QCoreApplication::sendEvent(canvas, &move);
+}
+
+/// The window after a replay of the cold start.
+struct Replayed
+{
+    Replayed()
+    {
+        LogReader::readFile(EXAMPLE_DATA_DIR "/cold-start-4min.nmea", {}, log);
+        window = std::make_unique<MonitorWindow>(log, 18, eSHOW_UTC, Options::fastestReplay);
+        window->replay();
+        bool const isFed = QTest::qWaitFor([this] { return tells("Epoch 186 of 186"); });
+        window->grab();
+        plots = window->findChildren<XYPlot*>();
+        isReady = isFed && plots.size() == 4;
+    }
+    bool tells(QString const& text) const
+    {
+        auto const labels = window->statusBar()->findChildren<QLabel*>();
+        return std::any_of(labels.cbegin(), labels.cend(),
+                           [&](QLabel const* label) { return label->text().contains(text); });
+    }
+
+    ReceiverLog log;
+    std::unique_ptr<MonitorWindow> window;
+    QList<XYPlot*> plots;
+    bool isReady = false;
+};
 } // namespace
 
 /// Runs the receiver monitor as a user does.
@@ -39,6 +82,17 @@ private Q_SLOTS:
     void snapshotShowsTheLog();
     void snapshotOfOneEpochAndItsReport();
     void toolBarReachesAllPlotsAndLegendItsOwn();
+    void plotsKeepStepInTheScopeOfTheLastRun();
+    void pictureHasItsSizeAndLeavesTheScreenAlone();
+    void pointUnderTheMouseTellsItsState();
+
+protected:
+    void deleteObjects() override
+    {
+        organizer()->enableScope(ViewSynchronizer::None);
+        for (auto const scope : {ViewSynchronizer::FileScope, ViewSynchronizer::ApplicationScope})
+            qDeleteAll(organizer()->getSynchronizers(scope));
+    }
 
 private:
     /// The exit status; -1 if it did not end by itself.
@@ -131,28 +185,20 @@ void tst_ReceiverMonitor::snapshotOfOneEpochAndItsReport()
 
 void tst_ReceiverMonitor::toolBarReachesAllPlotsAndLegendItsOwn()
 {
-    ReceiverLog log;
-    QCOMPARE(LogReader::readFile(EXAMPLE_DATA_DIR "/cold-start-4min.nmea", {}, log), QString());
-    MonitorWindow window(log, 18, eSHOW_UTC, Options::fastestReplay);
-    window.replay();
-    auto const toldInStatusBar = [&window](QString const& text) {
-        auto const labels = window.statusBar()->findChildren<QLabel*>();
-        return std::any_of(labels.cbegin(), labels.cend(),
-                           [&](QLabel const* label) { return label->text().contains(text); });
-    };
-    QTRY_VERIFY(toldInStatusBar("Epoch 186 of 186"));
-    window.grab();
-    QList<XYPlot*> const plots = window.findChildren<XYPlot*>();
-    QCOMPARE(plots.size(), 3);
+    Replayed replayed;
+    QVERIFY(replayed.isReady);
+    MonitorWindow& window = *replayed.window;
+    QList<XYPlot*> const plots = replayed.plots;
     for (XYPlot const* const plot : plots)
         plot->getCanvas()->zoomInHorizontal();
 
     QMap<QString, QAction*> tools;
-    for (QAction* const action : window.findChild<QToolBar*>()->actions())
+    for (QAction* const action : window.findChildren<QAction*>())
         tools.insert(action->text(), action);
     window.findChild<QComboBox*>()->setCurrentIndex(eSHOW_TOW);
     tools["Drag"]->trigger();
     tools["Show all"]->trigger();
+    tools["&Crosshair"]->setChecked(false);
     QVector<QImage> before;
     for (XYPlot const* const plot : plots) {
         XYCanvas* const canvas = plot->getCanvas();
@@ -162,14 +208,68 @@ void tst_ReceiverMonitor::toolBarReachesAllPlotsAndLegendItsOwn()
         QCOMPARE(plot->getAxisTitle(eVERTICAL), "GNSS Time (TOW)");
         for (bool const tells : {true, false}) { // the log begins on a Tuesday at 10:52
             tools["Coordinates"]->setChecked(tells);
-            QMouseEvent move(QEvent::MouseMove, QPointF(40, 40), QPointF(), Qt::NoButton, {}, {});
-            QCoreApplication::sendEvent(canvas, &move);
-            QCOMPARE(toldInStatusBar("211,9"), tells);
+            sendMove(canvas, {40, 40});
+            QCOMPARE(replayed.tells("211,9"), tells);
         }
     }
-    window.findChildren<LookLegend*>().at(1)->findChild<QCheckBox*>()->click();
-    for (int i = 0; i < 3; ++i)
+    LookLegend* const legend = window.findChildren<LookLegend*>().at(1);
+    legend->findChild<QCheckBox*>()->click();
+    for (int i = 0; i < 4; ++i)
         QCOMPARE(plots.at(i)->getCanvas()->grab().toImage() == before.at(i), i != 1);
+
+    tools["Restart"]->trigger();
+    QTRY_COMPARE(legend->getLook()->getPresentLookEntries().size(), 1);
+    QVERIFY(messages->takeCount(toolTipWarning) > 0);
+}
+
+void tst_ReceiverMonitor::plotsKeepStepInTheScopeOfTheLastRun()
+{
+    qputenv("XDG_CONFIG_HOME", m_dir.path().toLocal8Bit());
+    {
+        Replayed const former;
+        former.window->keepScope();
+        organizer()->getEnablementAction(ViewSynchronizer::FileScope)->trigger();
+    }
+    organizer()->enableScope(ViewSynchronizer::None);
+    Replayed const replayed;
+    replayed.window->keepScope();
+    QCOMPARE(organizer()->getCurrentEnabledScope(), ViewSynchronizer::FileScope);
+    Bounds const all = replayed.plots.at(0)->getCanvas()->getViewBounds();
+    replayed.plots.at(1)->getCanvas()->zoomInHorizontal();
+    for (XYPlot const* const plot : replayed.plots) {
+        Bounds const view = plot->getCanvas()->getViewBounds();
+        QCOMPARE(view.size(Bounds::Horizontal), all.size(Bounds::Horizontal) / 2);
+    }
+}
+
+void tst_ReceiverMonitor::pictureHasItsSizeAndLeavesTheScreenAlone()
+{
+    Replayed replayed;
+    QVERIFY(replayed.isReady);
+    replayed.window->grab();
+    QImage const before = replayed.window->grab().toImage();
+    for (XYPlot* const plot : replayed.plots) {
+        PictureOptions const options{0, QSize(1234, 567), 30, 4, false, "A title"};
+        QCOMPARE(renderPicture(*plot, options).size(), QSize(1234, 567));
+    }
+    QCOMPARE(replayed.window->grab().toImage(), before);
+}
+
+void tst_ReceiverMonitor::pointUnderTheMouseTellsItsState()
+{
+    Replayed replayed;
+    QVERIFY(replayed.isReady);
+    // The receiver tracks G28 throughout and uses it from 10:52:29 on.
+    XYPlot* const tracking = replayed.plots.at(3);
+    for (auto const& [index, told] : {std::pair(10, "G28: tracked, not used\n10:52:0"),
+                                      std::pair(100, "G28: used in the fix\n10:53:3")}) {
+        bool isValid = false;
+        sendMove(tracking->getCanvas(),
+                 tracking->getCanvas()->convertDataPointToViewport(tracking->getDataSets().last(),
+                                                                   index, isValid, false));
+        QVERIFY2(isValid && QToolTip::text().startsWith(told), qPrintable(QToolTip::text()));
+    }
+    QVERIFY(messages->takeCount(toolTipWarning) > 0);
 }
 
 QTEST_MAIN(tst_ReceiverMonitor)

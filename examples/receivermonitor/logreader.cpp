@@ -11,6 +11,20 @@ namespace {
 constexpr qsizetype longestLine = 65536;
 constexpr qint64 pieceOfFile = 1048576;
 
+/// Takes over what is missing in @p all, both ascending.
+template<typename Item, typename Range, typename KeyOf>
+void merge(QVector<Item>& all, Range const& further, KeyOf keyOf)
+{
+    qsizetype const known = all.size();
+    for (auto const& element : further) {
+        Item const item = keyOf(element);
+        bool const isRepeated = all.size() > known && all.constLast() == item;
+        if (!isRepeated && !std::binary_search(all.cbegin(), all.cbegin() + known, item))
+            all.append(item);
+    }
+    std::inplace_merge(all.begin(), all.begin() + known, all.end());
+}
+
 } // namespace
 
 LogReader::LogReader(Placement const& placement)
@@ -46,15 +60,11 @@ ReceiverLog LogReader::finish()
     m_log.leftOut = m_assembler.counts();
     m_log.isDateKnown = m_assembler.isDateKnown();
 
-    QVector<SatelliteSignal>& keys = m_log.keys;
     for (Epoch const& epoch : std::as_const(m_log.epochs)) {
-        qsizetype const known = keys.size();
-        for (SignalStrength const& strength : epoch.strengths) {
-            if (!std::binary_search(keys.cbegin(), keys.cbegin() + known, strength.key))
-                keys.append(strength.key);
-        }
-        std::inplace_merge(keys.begin(), keys.begin() + known, keys.end());
+        merge(m_log.keys, epoch.strengths, [](SignalStrength const& s) { return s.key; });
+        merge(m_log.satellites, epoch.used, [](Satellite satellite) { return satellite; });
     }
+    merge(m_log.satellites, m_log.keys, [](SatelliteSignal key) { return key.satellite; });
     return std::move(m_log);
 }
 

@@ -11,6 +11,7 @@ struct ReceiverLog
 {
     QVector<Epoch> epochs; ///< of strictly ascending time
     QVector<SatelliteSignal> keys; ///< every signal with a C/N0 in some epoch, ascending
+    QVector<Satellite> satellites; ///< every one with a C/N0 or in use in some epoch, ascending
     qint64 soundSentences = 0; ///< of any kind
     qint64 failedChecksums = 0; ///< lines with a sentence whose checksum does not agree
     qint64 noSentences = 0; ///< lines that are no sentence, no comment and not blank

@@ -69,6 +69,7 @@ int main(int argc, char** argv)
     MonitorWindow window(log, options.placement.leapSeconds, options.timeType, options.speed);
     int status = EXIT_SUCCESS;
     if (wantsWindow) {
+        window.keepScope();
         window.resize(options.size);
         window.show();
         window.replay();

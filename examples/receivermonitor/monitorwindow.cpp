@@ -2,15 +2,24 @@
 
 #include "exampleresources.h"
 #include "options.h"
+#include "picturedialog.h"
 #include "plotcolumn.h"
+#include "viewsynchronizationoptionswidget.h"
+#include "viewsynchronizationorganizer.h"
 
 #include <QAction>
 #include <QActionGroup>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLocale>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QToolBar>
+#include <memory>
 
 namespace {
 
@@ -23,6 +32,22 @@ QAction* addCheckable(QToolBar* bar, QString const& text, QString const& toolTip
     action->setToolTip(toolTip);
     action->setCheckable(true);
     return action;
+}
+
+constexpr ViewSynchronizer::Scope scopes[]
+    = {ViewSynchronizer::ApplicationScope, ViewSynchronizer::FileScope,
+       ViewSynchronizer::WindowScope, ViewSynchronizer::None};
+
+/// Keeps the scope from run to run.
+QString settingsFile()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation)
+        + QStringLiteral("/receivermonitor.ini");
+}
+
+void writeScope()
+{
+    ViewSynchronizationOrganizer::getInstance()->writeSettings(settingsFile());
 }
 
 } // namespace
@@ -46,9 +71,14 @@ MonitorWindow::MonitorWindow(ReceiverLog const& log, int leapSeconds, ETimeType 
     bar->setIconSize(smallIcon);
     setContextMenuPolicy(Qt::PreventContextMenu); // it would hide the bar and never bring it back
     m_progress = new QLabel(this);
+    m_memory = new QLabel(this);
     m_mousePosition = new QLabel(this);
     statusBar()->addWidget(m_progress);
+    statusBar()->addWidget(m_memory);
     statusBar()->addPermanentWidget(m_mousePosition);
+    synchronizeViews();
+    fillFileMenu(menuBar()->addMenu(tr("&File")));
+    fillViewMenu(menuBar()->addMenu(tr("&View")));
     addReplayTools(bar);
     addViewTools(bar, timeType);
 
@@ -60,6 +90,83 @@ MonitorWindow::~MonitorWindow()
 {
     // They show data sets of this window.
     delete m_plots;
+}
+
+void MonitorWindow::fillFileMenu(QMenu* menu)
+{
+    menu->addAction(tr("Save &picture..."), this, &MonitorWindow::savePicture)
+        ->setShortcut(QKeySequence::Save);
+    menu->addSeparator();
+    menu->addAction(tr("&Quit"), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
+}
+
+void MonitorWindow::fillViewMenu(QMenu* menu)
+{
+    QStringList const names = m_plots->names();
+    for (int i = 0; i < names.size(); ++i) {
+        QAction* const action = menu->addAction(names.at(i));
+        action->setCheckable(true);
+        action->setChecked(true);
+        connect(action, &QAction::toggled, m_plots,
+                [this, i](bool show) { m_plots->showPlot(i, show); });
+    }
+    menu->addSeparator();
+    QAction* const crosshair = menu->addAction(tr("&Crosshair"));
+    crosshair->setCheckable(true);
+    connect(crosshair, &QAction::toggled, m_plots, &PlotColumn::showCrosshair);
+    crosshair->setChecked(true);
+    menu->addSeparator();
+    for (ViewSynchronizer::Scope const scope : scopes)
+        menu->addAction(ViewSynchronizationOrganizer::getInstance()->getEnablementAction(scope));
+    menu->addAction(tr("Synchronization &options..."), this,
+                    &MonitorWindow::showSynchronizationOptions);
+}
+
+/// In every scope; the organizer decides which of them counts.
+void MonitorWindow::synchronizeViews()
+{
+    auto* const organizer = ViewSynchronizationOrganizer::getInstance();
+    auto* const ofWindow = new ViewSynchronizer(this, ViewSynchronizer::WindowScope, true, false);
+    for (XYCanvas* const canvas : m_plots->canvases()) {
+        for (ViewSynchronizer* const synchronizer :
+             {ofWindow, organizer->getCurrentFileViewSynchronizer(),
+              organizer->getApplicationViewSynchronizer()})
+            synchronizer->addCanvas(canvas);
+    }
+}
+
+void MonitorWindow::keepScope()
+{
+    auto* const organizer = ViewSynchronizationOrganizer::getInstance();
+    m_keepsScope = true;
+    organizer->readSettings(settingsFile());
+    for (ViewSynchronizer::Scope const scope : scopes)
+        connect(organizer->getEnablementAction(scope), &QAction::triggered, this, &writeScope);
+}
+
+void MonitorWindow::showSynchronizationOptions()
+{
+    auto* const page = new ViewSynchronizationOptionsWidget(nullptr, true);
+    std::unique_ptr<QDialog> const dialog(page->turnIntoDialog(this));
+    if (dialog->exec() == QDialog::Accepted && m_keepsScope)
+        writeScope();
+}
+
+void MonitorWindow::savePicture()
+{
+    PictureDialog dialog(m_plots->names(), m_pictureOptions, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    m_pictureOptions = dialog.options();
+    QFileDialog fileDialog(this, tr("Save Picture"), QString(), tr("PNG pictures (*.png)"));
+    fileDialog.setAcceptMode(QFileDialog::AcceptSave);
+    fileDialog.setDefaultSuffix(QStringLiteral("png"));
+    if (fileDialog.exec() != QDialog::Accepted)
+        return;
+    QString const path = fileDialog.selectedFiles().constFirst();
+    if (!renderPicture(*m_plots->plot(m_pictureOptions.plot), m_pictureOptions).save(path, "PNG"))
+        QMessageBox::warning(this, windowTitle(),
+                             tr("%1: the picture cannot be written").arg(path));
 }
 
 void MonitorWindow::addReplayTools(QToolBar* bar)
@@ -190,4 +297,8 @@ void MonitorWindow::feedDueEpochs()
 void MonitorWindow::tellProgress()
 {
     m_progress->setText(tr("Epoch %1 of %2").arg(m_fed).arg(m_log.epochs.size()));
+    m_memory->setText(
+        tr("Columns: %1")
+            .arg(locale().formattedDataSize(DataArray::getTotalVectorMemoryConsumption(), 1,
+                                            QLocale::DataSizeSIFormat)));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plotpicture.h"
 #include "receiverdata.h"
 
 #include "lineartimegrid.h"
@@ -11,6 +12,7 @@
 class PlotColumn;
 class QAction;
 class QLabel;
+class QMenu;
 class QToolBar;
 
 /// Shows a receiver log: as a whole, or replayed live, epoch by epoch.
@@ -26,8 +28,16 @@ public:
     QPixmap picture(QSize size);
     /// Starts the replay from the first epoch.
     void replay();
+    /// Keeps the plots in step in the scope that the user chose last, in this run or a former one.
+    /// Without it nothing is read or written.
+    void keepScope();
 
 private:
+    void fillFileMenu(QMenu* menu);
+    void fillViewMenu(QMenu* menu);
+    void synchronizeViews();
+    void showSynchronizationOptions();
+    void savePicture();
     void addReplayTools(QToolBar* bar);
     void addViewTools(QToolBar* bar, ETimeType timeType);
     void addCursorModes(QToolBar* bar);
@@ -42,7 +52,10 @@ private:
     PlotColumn* m_plots;
     QAction* m_pauseAction = nullptr;
     QLabel* m_progress = nullptr;
+    QLabel* m_memory = nullptr;
     QLabel* m_mousePosition = nullptr;
+    PictureOptions m_pictureOptions; // as last asked for
+    bool m_keepsScope = false;
 
     QTimer m_tick;
     QElapsedTimer m_sinceLastTick;

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr int largestSide = 16384; // pixels; a picture beyond it is a slip of the finger
-
 struct Parser : QCommandLineParser
 {
     Q_DECLARE_TR_FUNCTIONS(Options)
@@ -48,8 +46,8 @@ bool readSize(QString const& text, QSize& size)
     if (!match.hasMatch())
         return false;
     size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
-    return size.width() >= 1 && size.height() >= 1 && size.width() <= largestSide
-        && size.height() <= largestSide;
+    return size.width() >= 1 && size.height() >= 1 && size.width() <= Options::largestSide
+        && size.height() <= Options::largestSide;
 }
 
 } // namespace

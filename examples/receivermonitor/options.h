@@ -15,6 +15,8 @@ struct Options
 public:
     static constexpr double slowestReplay = 0.1;
     static constexpr double fastestReplay = 1e6;
+    /// Pixels; a picture beyond it is a slip of the finger.
+    static constexpr int largestSide = 16384;
 
     QString logPath;
     QString snapshotPath; ///< empty for a window

@@ -1,16 +1,19 @@
 #include "plotcolumn.h"
 
+#include "dataarray.h"
 #include "look.h"
 #include "timeplotwidget.h"
-#include "xycanvas.h"
 #include "xyplot.h"
 
 #include <QDateTime>
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QToolTip>
+#include <algorithm>
 
 namespace {
 
@@ -86,16 +89,19 @@ int heightForLegend(int dataSetCount, QFontMetrics const& metrics)
 /// What a plot shows.
 struct PlotColumn::Content
 {
-    QString title;
+    QString name;
+    QString title; // of the y axis
     DataSetList dataSets;
     double leastValueExtent; // vertical extent in view while there is little data
     double zoomLimit; // the least that a user can zoom to
     int stretch;
     bool hasMean; // of the first data set
+    bool hasRows; // in place of a y axis, a bar and a legend
 };
 
 PlotColumn::PlotColumn(ReceiverData& receiverData, double start, int leapSeconds, QWidget* parent)
     : QWidget(parent)
+    , m_data(receiverData)
     , m_timeExtent(receiverData.timeExtent())
     , m_start(start)
     , m_hoursFromUtc(hoursFromUtc(start))
@@ -104,16 +110,28 @@ PlotColumn::PlotColumn(ReceiverData& receiverData, double start, int leapSeconds
     auto* const grid = new QGridLayout(this);
     grid->setContentsMargins(4, 4, 4, 4);
     grid->setColumnStretch(0, 1);
-    addPlot({tr("C/N0 (dB-Hz)"), receiverData.strengths(), 20.0, 1.0, 5, false}, grid);
-    addPlot({tr("Altitude (m)"), receiverData.altitude(), 10.0, 0.1, 3, true}, grid);
-    addPlot({tr("Satellites in use"), receiverData.satellitesInUse(), 8.0, 1.0, 3, true}, grid);
-    shareScaleWidth();
+    addPlot({tr("C/N0"), tr("C/N0 (dB-Hz)"), m_data.strengths(), 20.0, 1.0, 5, false, false}, grid);
+    addPlot({tr("Altitude"), tr("Altitude (m)"), m_data.altitude(), 10.0, 0.1, 3, true, false},
+            grid);
+    addPlot({tr("Satellites in use"), tr("Satellites in use"), m_data.satellitesInUse(), 8.0, 1.0,
+             3, true, false},
+            grid);
+    DataSetList const tracking = m_data.tracking();
+    if (!tracking.isEmpty()) {
+        int const stretch = qBound(3, int(tracking.size()) / 6, 5);
+        // A view in y that cannot become smaller, since it means nothing.
+        addPlot({tr("Tracking"), tr("Tracked (bold: used)"), tracking, 1.0, 1000.0, stretch, false,
+                 true},
+                grid);
+    }
+    bindTogether();
 }
 
 PlotColumn::~PlotColumn()
 {
     // Before the areas in which their legends stand.
-    qDeleteAll(m_plots);
+    for (Panel const& panel : qAsConst(m_panels))
+        delete panel.plot;
 }
 
 void PlotColumn::addPlot(Content const& content, QGridLayout* grid)
@@ -124,78 +142,137 @@ void PlotColumn::addPlot(Content const& content, QGridLayout* grid)
                              content.title, false, content.zoomLimit, this);
     widget->layout()->setContentsMargins(0, 0, 0, 0);
     widget->setUtcOffset(m_hoursFromUtc);
-    auto* const legendArea = new LegendArea;
-    int const row = int(m_plots.size());
+    int const row = int(m_panels.size());
     grid->addWidget(widget, row, 0);
-    grid->addWidget(legendArea, row, 1);
     grid->setRowStretch(row, content.stretch);
+    m_panels.append({content.name, widget, nullptr, content.stretch, content.hasRows});
+    widget->hMarkerOneShowsMean = content.hasMean;
 
     XYPlot* const plot = widget->getXYPlot();
-    plot->setParentLayoutForLegend(legendArea->widget()->layout());
-    widget->setDataSets(content.dataSets);
+    XYCanvas* const canvas = plot->getCanvas();
+    if (content.hasRows) {
+        for (XYDataSet* const dataSet : content.dataSets)
+            widget->addDataSet(dataSet);
+        canvas->getGrid(eVERTICAL)->setGridLinesHidden(true);
+    } else {
+        auto* const legendArea = new LegendArea;
+        grid->addWidget(legendArea, row, 1);
+        m_panels.last().legendArea = legendArea;
+        plot->setParentLayoutForLegend(legendArea->widget()->layout());
+        widget->setDataSets(content.dataSets);
+        // No line runs through the bar.
+        int const barStrip = 2 * content.dataSets.last()->getLook()->getOffset();
+        canvas->setViewportMargin(0, 0, lowerMargin, barStrip);
+    }
     // The height has told the legend how long its columns may be.
     plot->setMinimumHeight(leastPlotHeight);
+    setUpCanvas(canvas, content.leastValueExtent);
+}
 
-    XYCanvas* const canvas = plot->getCanvas();
-    canvas->setInitialDataBounds(
-        Bounds{m_start, m_start + initialSpanMs, 0.0, content.leastValueExtent});
+void PlotColumn::setUpCanvas(XYCanvas* canvas, double leastValueExtent)
+{
+    canvas->setInitialDataBounds(Bounds{m_start, m_start + initialSpanMs, 0.0, leastValueExtent});
     // The whole log stays in view until the user zooms.
     canvas->setHorizontalViewBoundsUpdatePolicy(XYCanvas::PolicyFull, false);
     // None to the left, where nothing arrives.
     canvas->setExtensionBufferParameters(0.0, leastTimeBufferMs, 0.0, 0.0, 0.0, timeBuffer,
                                          valueBuffer, valueBuffer);
     canvas->addCustomHorizontalDataBoundsVector(m_timeExtent);
-    // No line runs through the bar.
-    int const barStrip = 2 * content.dataSets.last()->getLook()->getOffset();
-    canvas->setViewportMargin(0, 0, lowerMargin, barStrip);
-
-    widget->hMarkerOneShowsMean = content.hasMean;
-    m_plots.append(widget);
-    m_legendAreas.append(legendArea);
-    if (content.hasMean)
-        m_plotsWithMean.append(widget);
+    canvas->setDefaultMouseOverDataTrackingEnabled(true);
+    connect(canvas, qOverload<XYCanvas::datahit_t, QMouseEvent*>(&XYCanvas::mouseOverData), this,
+            &PlotColumn::tellPoint);
 }
 
-void PlotColumn::shareScaleWidth()
+/// Their scales have one width, and each knows where the mouse is in another.
+void PlotColumn::bindTogether()
 {
-    QList<XYPlot*> group;
-    for (TimePlotWidget const* const widget : qAsConst(m_plots))
-        group.append(widget->getXYPlot());
-    for (XYPlot* const plot : qAsConst(group))
-        plot->setGroupOfPlots(group);
+    QList<XYPlot*> plots;
+    for (int i = 0; i < m_panels.size(); ++i)
+        plots.append(plot(i));
+    for (XYPlot* const plot : qAsConst(plots)) {
+        plot->setGroupOfPlots(plots);
+        plot->getCanvas()->setXYCanvassesForInterplotMouseMarkers(canvases());
+    }
+}
+
+QStringList PlotColumn::names() const
+{
+    QStringList names;
+    for (Panel const& panel : m_panels)
+        names.append(panel.name);
+    return names;
+}
+
+XYPlot* PlotColumn::plot(int index) const
+{
+    return m_panels.at(index).plot->getXYPlot();
+}
+
+QList<XYCanvas*> PlotColumn::canvases() const
+{
+    QList<XYCanvas*> canvases;
+    for (Panel const& panel : m_panels)
+        canvases.append(panel.plot->getXYPlot()->getCanvas());
+    return canvases;
+}
+
+void PlotColumn::showPlot(int index, bool show)
+{
+    Panel const& panel = m_panels.at(index);
+    panel.plot->setVisible(show);
+    if (panel.legendArea)
+        panel.legendArea->setVisible(show);
+    // A row that stretches keeps its room, be it empty.
+    static_cast<QGridLayout*>(layout())->setRowStretch(index, show ? panel.stretch : 0);
 }
 
 void PlotColumn::showNewData()
 {
-    for (TimePlotWidget* const widget : qAsConst(m_plots))
-        widget->updateTimePlot();
+    for (Panel const& panel : qAsConst(m_panels))
+        panel.plot->updateTimePlot();
 }
 
 void PlotColumn::startAnew()
 {
     showNewData();
-    for (TimePlotWidget* const widget : qAsConst(m_plots))
-        widget->redrawCanvas();
+    for (Panel const& panel : qAsConst(m_panels))
+        panel.plot->redrawCanvas();
 }
 
 void PlotColumn::setTimeType(ETimeType timeType)
 {
-    for (TimePlotWidget* const widget : qAsConst(m_plots))
-        widget->changeTimeAxis(timeType);
+    for (Panel const& panel : qAsConst(m_panels))
+        panel.plot->changeTimeAxis(timeType);
 }
 
 void PlotColumn::showMeans(bool show)
 {
-    for (TimePlotWidget* const widget : qAsConst(m_plotsWithMean))
-        widget->showHMarkerOne(show);
+    for (Panel const& panel : qAsConst(m_panels)) {
+        if (panel.plot->hMarkerOneShowsMean)
+            panel.plot->showHMarkerOne(show);
+    }
+}
+
+void PlotColumn::showCrosshair(bool show)
+{
+    for (XYCanvas* const canvas : canvases()) {
+        if (show) {
+            canvas->enableMouseMarkers(Qt::Horizontal | Qt::Vertical);
+            canvas->enableInterplotMouseMarkers(Qt::Vertical); // what the plots share is time
+        } else {
+            canvas->disableMouseMarkers();
+            canvas->disableInterplotMouseMarkers();
+        }
+    }
 }
 
 QPixmap PlotColumn::picture(QSize size)
 {
-    for (QWidget* const area : qAsConst(m_legendAreas))
-        area->setHidden(size.width() < minimumSizeHint().width());
-    for (TimePlotWidget const* const widget : qAsConst(m_plots)) {
-        XYPlot* const plot = widget->getXYPlot();
+    bool const hasLegends = size.width() >= minimumSizeHint().width();
+    for (int i = 0; i < m_panels.size(); ++i) {
+        if (QWidget* const area = m_panels.at(i).legendArea)
+            area->setVisible(hasLegends);
+        XYPlot* const plot = this->plot(i);
         plot->setMinimumSize(1, 1);
         plot->getCanvas()->adaptExtensionBufferParametersAndInitialDataBoundForOfflineTimePlots();
         plot->getCanvas()->setContinueBackgroundDrawingUntilFinished(true);
@@ -204,8 +281,10 @@ QPixmap PlotColumn::picture(QSize size)
     layout()->setSizeConstraint(QLayout::SetNoConstraint);
     resize(size);
     grab(); // margins in data units follow from the size, which the first paint tells
-    for (TimePlotWidget* const widget : qAsConst(m_plots))
-        widget->updateLegend();
+    for (Panel const& panel : qAsConst(m_panels)) {
+        if (panel.legendArea)
+            panel.plot->updateLegend();
+    }
     startAnew();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     grab(); // the grids tell their scales what to show, and how wide that is
@@ -214,5 +293,22 @@ QPixmap PlotColumn::picture(QSize size)
 
 void PlotColumn::drawMouseCoords(const QString xLabel, const QString yLabel)
 {
-    Q_EMIT mouseMoved(tr("%1   %2").arg(xLabel, yLabel));
+    bool const isOverRows
+        = std::any_of(m_panels.cbegin(), m_panels.cend(), [this](Panel const& panel) {
+              return panel.hasRows && panel.plot->getXYPlot() == sender();
+          });
+    Q_EMIT mouseMoved(isOverRows ? xLabel : tr("%1   %2").arg(xLabel, yLabel));
+}
+
+void PlotColumn::tellPoint(XYCanvas::datahit_t const& hit, QMouseEvent const* event)
+{
+    // A text would hide what the mouse is drawing or dragging.
+    if (!hit.dataSet || !event || event->buttons() != Qt::NoButton) {
+        QToolTip::hideText();
+        return;
+    }
+    double const time = hit.dataSet->xData->getValue(hit.index);
+    QString const timeText = hit.canvas->getGrid(eHORIZONTAL)->getLabel(time, 0);
+    QToolTip::showText(event->globalPosition().toPoint(),
+                       m_data.describe(hit.dataSet, hit.index) + u'\n' + timeText, hit.canvas);
 }

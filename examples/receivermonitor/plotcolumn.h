@@ -2,17 +2,20 @@
 
 #include "lineartimegrid.h"
 #include "receiverdata.h"
+#include "xycanvas.h"
 
 #include <QPixmap>
+#include <QStringList>
 #include <QVector>
 #include <QWidget>
 
 class QGridLayout;
 class TimePlotWidget;
+class XYPlot;
 
 /**
  * The plots of a log above each other, with their legends in a column of its own beside them, so
- * that equal times stand above each other.
+ * that equal times stand above each other. A tool tip tells the point under the mouse.
  *
  * It is the partner that its plots ask for: they connect by name to the first four signals, by
  * which a tool bar controls them all, and to drawMouseCoords().
@@ -35,6 +38,15 @@ public:
     void setTimeType(ETimeType timeType);
     /// Shows or hides the lines at the means of altitude and satellites in use.
     void showMeans(bool show);
+    /// Shows or hides two lines that cross at the mouse; that of time goes through all plots.
+    void showCrosshair(bool show);
+
+    /// Names of the plots, from top to bottom.
+    QStringList names() const;
+    XYPlot* plot(int index) const;
+    QList<XYCanvas*> canvases() const;
+    /// Shows or hides a plot with its legend.
+    void showPlot(int index, bool show);
 
     /**
      * A picture of all data, in exactly @p size logical pixels; the legends are left out of one
@@ -57,15 +69,24 @@ public Q_SLOTS:
 
 private:
     struct Content;
+    struct Panel
+    {
+        QString name;
+        TimePlotWidget* plot;
+        QWidget* legendArea; // null for a plot without legend
+        int stretch;
+        bool hasRows; // y means nothing
+    };
 
     void addPlot(Content const& content, QGridLayout* grid);
-    void shareScaleWidth();
+    void setUpCanvas(XYCanvas* canvas, double leastValueExtent);
+    void bindTogether();
+    void tellPoint(XYCanvas::datahit_t const& hit, QMouseEvent const* event);
 
+    ReceiverData& m_data;
     QVector<double>* m_timeExtent;
     double m_start;
     float m_hoursFromUtc;
     int m_leapSeconds;
-    QVector<TimePlotWidget*> m_plots;
-    QVector<TimePlotWidget*> m_plotsWithMean;
-    QVector<QWidget*> m_legendAreas;
+    QVector<Panel> m_panels; // from top to bottom
 };

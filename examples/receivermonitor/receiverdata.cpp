@@ -2,6 +2,8 @@
 
 #include "dataarraytemplate.h"
 #include "look.h"
+#include "trackinglook.h"
+#include "valuebasedlook.h"
 
 #include <algorithm>
 
@@ -21,12 +23,14 @@ struct System
 {
     Constellation constellation;
     int hue;
+    char const* name;
 };
 
 constexpr System systems[] = {
-    {Constellation::Gps, 215},     {Constellation::Sbas, 48},     {Constellation::Glonass, 2},
-    {Constellation::Galileo, 130}, {Constellation::BeiDou, 282},  {Constellation::Qzss, 182},
-    {Constellation::NavIc, 24},    {Constellation::Unknown, 330},
+    {Constellation::Gps, 215, "GPS"},       {Constellation::Sbas, 48, "SBAS"},
+    {Constellation::Glonass, 2, "GLONASS"}, {Constellation::Galileo, 130, "Galileo"},
+    {Constellation::BeiDou, 282, "BeiDou"}, {Constellation::Qzss, 182, "QZSS"},
+    {Constellation::NavIc, 24, "NavIC"},    {Constellation::Unknown, 330, "?"},
 };
 
 struct Quality
@@ -45,15 +49,6 @@ constexpr Quality qualities[] = {
     {FixQuality::DeadReckoning, QT_TRANSLATE_NOOP("ReceiverData", "dead reckoning"), 0xff8e24aa},
     {FixQuality::Other, QT_TRANSLATE_NOOP("ReceiverData", "other"), 0xff616161},
 };
-
-QColor colorOf(FixQuality quality)
-{
-    for (Quality const& row : qualities) {
-        if (row.quality == quality)
-            return QColor::fromRgb(row.color);
-    }
-    return Qt::black;
-}
 
 System const& systemOf(Constellation constellation)
 {
@@ -91,7 +86,7 @@ ReceiverData::ReceiverData(ReceiverLog const& log)
     , m_longestLink(intervalsPerLink * intervalOf(log.epochs))
     , m_time(new DataArrayTemplate<double>())
     , m_qualityTime(new DataArrayTemplate<double>())
-    , m_quality(new DataArrayTemplate<double>())
+    , m_quality(new CompressedDataArrayTemplate<int>())
 {
     for (SatelliteSignal const& key : qAsConst(m_keys))
         m_strengths.push_back(makeDataSet(key.label(), colorOf(key)));
@@ -100,9 +95,14 @@ ReceiverData::ReceiverData(ReceiverLog const& log)
 
     for (auto& bar : m_qualityBars)
         bar = makeQualityBar();
+    makeTrackingRows(log.satellites);
 }
 
-ReceiverData::~ReceiverData() = default;
+ReceiverData::~ReceiverData()
+{
+    // A compressed column does not release its runs when it goes.
+    m_quality->reinit();
+}
 
 std::unique_ptr<XYDataSet> ReceiverData::makeDataSet(QString const& name, QColor const& color) const
 {
@@ -116,16 +116,59 @@ std::unique_ptr<XYDataSet> ReceiverData::makeDataSet(QString const& name, QColor
 
 std::unique_ptr<XYDataSet> ReceiverData::makeQualityBar() const
 {
-    auto bar = std::make_unique<XYDataSet>(m_qualityTime, m_quality, tr("Fix quality"),
-                                           colorOf(FixQuality::None), SYMBOL_NONE, Qt::SolidLine,
-                                           barThickness, nullptr);
+    auto bar = std::make_unique<XYDataSet>(m_qualityTime, m_quality, tr("Fix quality"), Qt::black,
+                                           SYMBOL_NONE, Qt::SolidLine, barThickness, nullptr);
     bar->setShowInLegendEvenIfEmpty(true);
-    Look* const look = bar->getLook();
+    giveQualityLook(bar.get());
+    return bar;
+}
+
+/// A new one for each replay: a look remembers its last appearance, and would not tell it again.
+void ReceiverData::giveQualityLook(XYDataSet* bar) const
+{
+    auto* const look = new ValueBasedLook(bar, Qt::black, SYMBOL_NONE, Qt::SolidLine, barThickness);
     look->setColorBar(barCentre);
     look->setHorizontalDisconnectionThreshold(m_longestLink);
     for (Quality const& row : qualities)
-        look->setLegendText(QColor::fromRgb(row.color), tr(row.name));
-    return bar;
+        look->addTableEntry(double(row.quality), QColor::fromRgb(row.color), tr(row.name));
+}
+
+/// From top to bottom, with a free row between two systems.
+void ReceiverData::makeTrackingRows(QVector<Satellite> const& satellites)
+{
+    QVector<qsizetype> places;
+    for (Satellite const satellite : satellites) {
+        bool const isFirst = places.isEmpty();
+        bool const beginsSystem
+            = !isFirst && satellite.constellation != satellites.at(places.size() - 1).constellation;
+        places.append(isFirst ? 0 : places.constLast() + (beginsSystem ? 2 : 1));
+    }
+    auto const isOfLesserSystem
+        = [](Satellite a, Satellite b) { return a.constellation < b.constellation; };
+    for (qsizetype i = 0; i < satellites.size(); ++i) {
+        Satellite const satellite = satellites.at(i);
+        auto const system
+            = std::equal_range(satellites.cbegin(), satellites.cend(), satellite, isOfLesserSystem);
+        // The scale has no room for all names; in the middle stands that of the system.
+        bool const isMiddle
+            = satellites.cbegin() + i == system.first + (system.second - system.first - 1) / 2;
+        char const* const name = isMiddle ? systemOf(satellite.constellation).name : "";
+        double const fraction = (double(places.at(i)) + 0.5) / (double(places.constLast()) + 1.0);
+        m_trackingRows.push_back(makeTrackingRow(satellite, QString::fromLatin1(name), fraction));
+    }
+}
+
+ReceiverData::TrackingRow ReceiverData::makeTrackingRow(Satellite satellite, QString const& name,
+                                                        double fraction) const
+{
+    TrackingRow row{satellite, new BitDataArray, new BitDataArray, nullptr};
+    row.dataSet = std::make_unique<XYDataSet>(m_time, row.inUse, name, Qt::black, SYMBOL_NONE,
+                                              Qt::SolidLine, 1, nullptr);
+    auto* const look
+        = new TrackingLook(row.dataSet.get(), row.inUse, row.tracked, colorOf({satellite, 0}));
+    look->setHorizontalDisconnectionThreshold(m_longestLink);
+    look->setFractionallyFixedPositioned(float(fraction));
+    return row;
 }
 
 void ReceiverData::append(Epoch const& epoch)
@@ -137,18 +180,27 @@ void ReceiverData::append(Epoch const& epoch)
         m_strengths[size_t(i)]->yData->append(epoch.cn0Of(m_keys.at(i)));
     m_altitude->yData->append(epoch.altitude);
     m_inUse->yData->append(epoch.satellitesInUse);
+    appendTracking(epoch);
+    if (epoch.quality) {
+        m_qualityTime->append(time);
+        m_quality->appendTyped(int(*epoch.quality));
+    }
+}
 
-    if (!epoch.quality)
-        return;
-    m_qualityTime->append(time);
-    m_quality->append(double(int(*epoch.quality)));
-    if (m_lastQuality == epoch.quality)
-        return;
-    m_lastQuality = epoch.quality;
-    // As a whole entry, since a legend does not count a colour that merely is the default.
-    Look::Entry const entry{colorOf(*epoch.quality), SYMBOL_NONE, Qt::SolidLine, barThickness};
-    for (auto const& bar : m_qualityBars)
-        bar->getLook()->changeFromLast(entry);
+/// One walk over rows and epoch together, as all of it ascends.
+void ReceiverData::appendTracking(Epoch const& epoch)
+{
+    auto used = epoch.used.cbegin();
+    auto strength = epoch.strengths.cbegin();
+    for (TrackingRow const& row : m_trackingRows) {
+        while (used != epoch.used.cend() && *used < row.satellite)
+            ++used;
+        while (strength != epoch.strengths.cend() && strength->key.satellite < row.satellite)
+            ++strength;
+        row.tracked->appendBool(strength != epoch.strengths.cend()
+                                && strength->key.satellite == row.satellite);
+        row.inUse->appendBool(used != epoch.used.cend() && *used == row.satellite);
+    }
 }
 
 void ReceiverData::clear()
@@ -162,8 +214,11 @@ void ReceiverData::clear()
     m_altitude->yData->reinit();
     m_inUse->yData->reinit();
     for (auto const& bar : m_qualityBars)
-        bar->getLook()->clear();
-    m_lastQuality.reset();
+        giveQualityLook(bar.get());
+    for (TrackingRow const& row : m_trackingRows) {
+        row.tracked->reinit();
+        row.inUse->reinit();
+    }
 }
 
 DataSetList ReceiverData::strengths() const
@@ -182,6 +237,39 @@ DataSetList ReceiverData::altitude() const
 DataSetList ReceiverData::satellitesInUse() const
 {
     return withBar({m_inUse.get()}, InUsePlot);
+}
+
+DataSetList ReceiverData::tracking() const
+{
+    DataSetList dataSets;
+    for (TrackingRow const& row : m_trackingRows)
+        dataSets.append(row.dataSet.get());
+    return dataSets;
+}
+
+QString ReceiverData::describe(XYDataSet const* dataSet, int index) const
+{
+    double const value = dataSet->yData->getValue(index);
+    if (dataSet->yData == m_quality) {
+        auto const quality
+            = std::find_if(std::begin(qualities), std::end(qualities), [=](Quality const& row) {
+                  return row.quality == FixQuality(int(value));
+              });
+        return tr("%1: %2").arg(dataSet->name, tr(quality->name));
+    }
+    for (TrackingRow const& row : m_trackingRows) {
+        if (row.dataSet.get() != dataSet)
+            continue;
+        QString const states[]
+            = {tr("not tracked"), tr("tracked, not used"), tr("used in the fix")};
+        auto const* const look = static_cast<TrackingLook const*>(row.dataSet->getLook());
+        return tr("%1: %2").arg(row.satellite.label(), states[look->stateOf(index)]);
+    }
+    QString const number = QString::number(value);
+    if (dataSet == m_inUse.get())
+        return tr("%1: %2").arg(dataSet->name, number);
+    return tr("%1: %2 %3")
+        .arg(dataSet->name, number, dataSet == m_altitude.get() ? tr("m") : tr("dB-Hz"));
 }
 
 DataSetList ReceiverData::withBar(DataSetList dataSets, Plot plot) const

@@ -96,10 +96,15 @@ QString signalName(Constellation system, quint8 signal)
 
 } // namespace
 
+QString Satellite::label() const
+{
+    return QLatin1String(systemLetters[static_cast<int>(constellation)])
+        + QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
+}
+
 QString SatelliteSignal::label() const
 {
-    QString const name = QLatin1String(systemLetters[static_cast<int>(satellite.constellation)])
-        + QStringLiteral("%1").arg(satellite.number, 2, 10, QLatin1Char('0'));
+    QString const name = satellite.label();
     QString const signalPart = signalName(satellite.constellation, signal);
     return signalPart.isEmpty() ? name : name + QLatin1Char(' ') + signalPart;
 }

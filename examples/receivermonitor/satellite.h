@@ -14,6 +14,9 @@ struct Satellite
     Constellation constellation = Constellation::Unknown;
     quint16 number = 0;
 
+    /// "G05".
+    QString label() const;
+
     friend bool operator==(Satellite a, Satellite b)
     {
         return a.constellation == b.constellation && a.number == b.number;
