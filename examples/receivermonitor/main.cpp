@@ -63,7 +63,7 @@ int main(int argc, char** argv)
     }
 
     bool const wantsWindow = options.snapshotPath.isEmpty();
-    if (!wantsWindow && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    if (!wantsWindow && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication const application(argc, argv);
     MonitorWindow window(log, options.placement.leapSeconds, options.timeType, options.speed);

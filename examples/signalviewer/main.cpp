@@ -59,7 +59,7 @@ int main(int argc, char** argv)
         return fail(Options::tr("PRN %1 is not in the signal.").arg(options.prn));
 
     bool const wantsWindow = options.snapshotPath.isEmpty();
-    if (!wantsWindow && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    if (!wantsWindow && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication const application(argc, argv);
     ViewerWindow window(session);
