@@ -8,6 +8,7 @@
 #include "bitdataarray.h"
 #include "bounds.h"
 #include "colorbardrawlistener.h"
+#include "columnsummary.h"
 #include "compresseddataarraytemplate.h"
 #include "correlationplotwidget.h"
 #include "dataarray.h"

@@ -180,6 +180,12 @@ bool Look::isChanged(int index)
     return row >= 0 && history.at(row).index == index;
 }
 
+int Look::getEndOfAppearance(int index) const
+{
+    int const next = searchApplicableIndex(index) + 1;
+    return next < history.size() ? history.at(next).index - 1 : std::numeric_limits<int>::max();
+}
+
 QColor Look::getMultiLineColor(int index, int /*line*/)
 {
     return getColor(index);

@@ -132,6 +132,10 @@ public:
     /// True if a marker line is wanted at point @p index, because its y is not that of the one
     /// before.
     bool mustDrawMarker(int index) const;
+    /// True if mustDrawMarker() may be true for some point.
+    bool getDrawMarkerOnYValueChange() const { return drawMarkerOnYValueChange; }
+    /// The last point before the next change that is recorded; the largest int without one.
+    int getEndOfAppearance(int index) const;
 
     QColor getDefaultColor() const { return defaultEntry.color; }
     E_SYMBOL getDefaultSymbol() const { return defaultEntry.symbol; }

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "abstractdataarraytemplate.h"
+#include "columnsummary.h"
 #include "zelplot_export.h"
 #include <QVector>
+#include <memory>
+#include <type_traits>
 
 /**
  * A column that stores every cell: the one for ordinary measurements.
@@ -25,10 +28,14 @@ public:
     double getValue(int index) const override { return this->toDouble(values[index]); }
     int dataSize() const override { return static_cast<int>(values.size()); }
     bool holdsDoNotUseValue(int index) const override { return this->isSentinel(values[index]); }
-    void clearData() override { values = QVector<T>(); }
-    void appendData(double value) override { values.append(this->toTyped(value)); }
-    void replaceData(int index, double value) override { values[index] = this->toTyped(value); }
-    void removeData(int startIndex, int count) override { values.remove(startIndex, count); }
+    void clearData() override
+    {
+        values = QVector<T>();
+        summary.reset();
+    }
+    void appendData(double value) override { store(this->toTyped(value)); }
+    void replaceData(int index, double value) override;
+    void removeData(int startIndex, int count) override;
     void removeOddIndexedData() override;
     /// NaN finds the first hole if the column has a sentinel, else nothing.
     int linearSearchIndexOf(double value) const override
@@ -46,21 +53,92 @@ public:
     /// Stores a NaN as NaN, even if the column has a sentinel.
     void appendTyped(T value) override
     {
-        values.append(value);
+        store(value);
         this->afterRawAppend(static_cast<double>(value));
     }
 
+    /**
+     * What cells @p first to @p last amount to, which must exist, without a visit to each.
+     *
+     * The first question after a change other than appending, replacing and dropping from the
+     * front costs O(n), all others O(log n).
+     */
+    RunSummary summarize(int first, int last) const
+    {
+        return getSummary().of(getCells(), first, last);
+    }
+    /// The first of these cells that is a hole, or none; @p last + 1 if there is no such cell.
+    int firstHole(int first, int last) const
+    {
+        return getSummary().firstHole(getCells(), first, last);
+    }
+    int firstValid(int first, int last) const
+    {
+        return getSummary().firstValid(getCells(), first, last);
+    }
+    /// The first of them behind @p first that lies more than @p limit above the one before, or as
+    /// far as two equal infinities; @p last + 1 if there is none.
+    int firstStepAbove(int first, int last, double limit) const
+    {
+        return getSummary().firstStepAbove(getCells(), first, last, limit);
+    }
+
 private:
+    void store(T value)
+    {
+        values.append(value);
+        if (summary && values.size() % ColumnSummary::fanOut == 0)
+            summary->appended(getCells());
+    }
+    ColumnSummary::Cells getCells() const;
+    ColumnSummary const& getSummary() const;
+
     QVector<T> values;
+    mutable std::unique_ptr<ColumnSummary> summary; // made when first asked for; of double only
 };
+
+template<typename T> void DataArrayTemplate<T>::replaceData(int index, double value)
+{
+    values[index] = this->toTyped(value);
+    if (summary)
+        summary->replaced(getCells(), index);
+}
+
+template<typename T> void DataArrayTemplate<T>::removeData(int startIndex, int count)
+{
+    values.remove(startIndex, count);
+    if (!summary)
+        return;
+    if (startIndex == 0)
+        summary->leftShifted(getCells(), count);
+    else
+        summary.reset();
+}
 
 template<typename T> void DataArrayTemplate<T>::removeOddIndexedData()
 {
     // Grown anew instead of closed up in place, so that thinning also gives back memory.
     QVector<T> const all = values;
+    summary.reset();
     values = QVector<T>();
     for (qsizetype i = 0; i < all.size(); i += 2)
         values.append(all[i]);
+}
+
+template<typename T> ColumnSummary::Cells DataArrayTemplate<T>::getCells() const
+{
+    if constexpr (std::is_same_v<T, double>)
+        return {values.constData(), dataSize(), this->hasDoNotUseValue ? this->doNotUseValue : NaN};
+    else
+        return {}; // never summarized
+}
+
+template<typename T> ColumnSummary const& DataArrayTemplate<T>::getSummary() const
+{
+    static_assert(std::is_same_v<T, double>, "only columns of doubles are summarized");
+    if (!summary)
+        summary = std::make_unique<ColumnSummary>(getCells());
+    return *summary;
 }
 
 extern template class ZELPLOT_EXPORT DataArrayTemplate<double>;

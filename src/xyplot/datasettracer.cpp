@@ -1,14 +1,21 @@
 #include "datasettracer.h"
 
+#include "colorbardrawlistener.h"
 #include "dataarray.h"
 #include "look.h"
 #include "lookpen.h"
 #include "strokesink.h"
+#include "viewportmaskfilter.h"
 #include "xydataset.h"
 #include "xydatasetdrawlistener.h"
 #include "xydatasetfilter.h"
 
+#include <typeinfo>
+
 namespace {
+
+/// Points from which on the summaries of the columns save more than they cost.
+constexpr int pointsWorthSummaries = 4000;
 
 /// Length of the dash that makes an isolated point visible, pixels.
 constexpr int dashLength = 1;
@@ -43,6 +50,9 @@ TraceResult DataSetTracer::trace(int lineIndex, int first, int last, int isolati
     lineMode = true;
     envelope.clear();
     resumeBefore(first, lineIndex);
+    runs.reset();
+    if (mayPassRuns(first, last))
+        runs = ColumnRuns::of(*settings.dataSet, locator, settings.disconnectionThreshold);
 
     QPen currentPen;
     for (int index = first; index <= last; ++index) {
@@ -57,6 +67,8 @@ TraceResult DataSetTracer::trace(int lineIndex, int first, int last, int isolati
         PlotPoint const point = locateWithOffset(index);
         if (!point.valid || isExcluded(index, point.pixel)) {
             closeAtInvalid(index);
+            if (runs)
+                index = passInvalid(index, last, point);
             continue;
         }
         if (listener)
@@ -71,6 +83,8 @@ TraceResult DataSetTracer::trace(int lineIndex, int first, int last, int isolati
             leaveUnlined(current, lookChanged, currentPen);
         previous = current;
         previousInvalid = false;
+        if (runs)
+            index = passColumn(index, last, symbol);
     }
 
     flushEnvelope();
@@ -79,6 +93,64 @@ TraceResult DataSetTracer::trace(int lineIndex, int first, int last, int isolati
     if (endDashDue)
         dashPrevious();
     return {isolation, endDashDue};
+}
+
+/// Whether nobody needs to see each point, and there are enough for it to pay.
+bool DataSetTracer::mayPassRuns(int first, int last) const
+{
+    if (settings.visitsEachPoint || qint64(last) - first < pointsWorthSummaries)
+        return false;
+    // Those of the application may look at each point.
+    bool const isOwnFilter = !filter || typeid(*filter) == typeid(ViewportMaskFilter);
+    bool const isOwnListener = !listener || typeid(*listener) == typeid(ColorBarDrawListener);
+    return isOwnFilter && isOwnListener && !settings.map && !look.getDrawMarkerOnYValueChange();
+}
+
+/**
+ * Passes over the points behind @p index, just traced, that share its pixel column and its look.
+ *
+ * Their strokes touch each other, so one upright line from the lowest to the highest is what the
+ * envelope makes of them.
+ *
+ * @return the last point passed
+ */
+int DataSetTracer::passColumn(int index, int last, E_SYMBOL symbol)
+{
+    int const x = previous.pixel.x();
+    if (symbol != SYMBOL_NONE || (filter && !isFilteredAlikeAt(x)))
+        return index;
+    int const end = runs->endOfRun(index, last, x);
+    if (end == index)
+        return index;
+    ColumnRuns::Extent extent = runs->extentOf(index + 1, end);
+    extent.lowest += yOffset;
+    extent.highest += yOffset;
+    int const y = previous.pixel.y();
+    bool const moves = extent.lowest != y || extent.highest != y;
+    if (moves && lineMode) {
+        if (x >= 0 && x < settings.transform.width) {
+            drawIfAny(envelope.add(x, y, extent.lowest, settings.transform.height));
+            drawIfAny(envelope.add(x, extent.lowest, extent.highest, settings.transform.height));
+        }
+        isolation = Linked;
+    }
+    PlotPoint const point = locateWithOffset(end);
+    previous = {point.pixel, point.x, clip.zoneOf(point.pixel)};
+    return end;
+}
+
+/// Passes over the points behind @p index, just found invalid, that are so for the same cause.
+int DataSetTracer::passInvalid(int index, int last, PlotPoint const& point) const
+{
+    if (!point.valid)
+        return runs->endOfHoles(index, last);
+    int const x = point.pixel.x();
+    return isFilteredAlikeAt(x) ? runs->endOfExcluded(index, last, x) : index;
+}
+
+bool DataSetTracer::isFilteredAlikeAt(int x) const
+{
+    return static_cast<ViewportMaskFilter*>(filter)->decidesAlikeAt(x);
 }
 
 /// Looks again at the point before the run, since the line to it must be continued.

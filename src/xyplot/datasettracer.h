@@ -1,5 +1,6 @@
 #pragma once
 
+#include "columnruns.h"
 #include "look.h"
 #include "markers.h"
 #include "pointlocator.h"
@@ -26,6 +27,7 @@ struct TraceSettings
     bool suppressBackwardLines = false;
     ViewportMap<int>* map = nullptr; ///< takes the indices of the points drawn; may be null
     QList<Marker_t>* dataMarkers = nullptr; ///< takes the markers that the look asks for
+    bool visitsEachPoint = false; ///< never passes over runs of points; for tests
 };
 
 /// How a point is linked to the one before it.
@@ -72,6 +74,10 @@ private:
         int zone;
     };
 
+    bool mayPassRuns(int first, int last) const;
+    int passColumn(int index, int last, E_SYMBOL symbol);
+    bool isFilteredAlikeAt(int x) const;
+    int passInvalid(int index, int last, PlotPoint const& point) const;
     void resumeBefore(int first, int lineIndex);
     PlotPoint locateWithOffset(int index) const;
     bool isExcluded(int index, QPoint pixel) const;
@@ -108,4 +114,5 @@ private:
     bool lineMode = true;
     int isolation = Unlinked;
     std::optional<QPen> savedPen; // of the left point of the next line
+    std::optional<ColumnRuns> runs; // while points need not be visited one by one
 };

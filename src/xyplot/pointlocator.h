@@ -52,6 +52,17 @@ public:
         return point;
     }
 
+    /// Pixel column of point @p index, which must be inside the x column.
+    int columnOf(int index) const
+    {
+        return roundToPixel(transform.xToViewport(xData->getValue(index)));
+    }
+    /// Pixel row of a y value; the look must not fix y.
+    int rowOf(double y) const { return roundToPixel(transform.yToViewport(y, fromBottom)); }
+    bool hasFixedY() const { return fixedY.has_value(); }
+    /// Larger x lie further to the right.
+    bool isXUpwards() const { return transform.xFactor > 0.0; }
+
 private:
     static void reportOutOfBounds(bool inX, bool inY);
 

@@ -6,6 +6,7 @@
 #include "memleaktracer.h"
 #include "xydataset.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -39,6 +40,15 @@ bool ViewportMaskFilter::excludeDataPoint(int index, int viewportX)
             return true;
     }
     return false;
+}
+
+bool ViewportMaskFilter::decidesAlikeAt(int viewportX)
+{
+    dropDeletedListeners();
+    auto const showsBoth = [=](ColorBarDrawListener const* listener) {
+        return listener->excludeDataPointsAtViewportX(viewportX) == ColorBarDrawListener::Partial;
+    };
+    return std::none_of(listeners->cbegin(), listeners->cend(), showsBoth);
 }
 
 void ViewportMaskFilter::clearCache()

@@ -29,6 +29,8 @@ public:
      * a bar shows both kinds, whose nearest sample in x then decides.
      */
     bool excludeDataPoint(int index, int viewportX) override;
+    /// True if all points of that pixel column fare alike.
+    bool decidesAlikeAt(int viewportX);
 
 public Q_SLOTS:
     /// Clears that of each listener.

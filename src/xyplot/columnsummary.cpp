@@ -1,0 +1,197 @@
+#include "columnsummary.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+RunSummary summaryOfCell(ColumnSummary::Cells const& cells, int index)
+{
+    RunSummary summary;
+    if (cells.isHole(index)) {
+        summary.holes = 1;
+        return summary;
+    }
+    summary.smallest = cells.values[index];
+    summary.largest = cells.values[index];
+    summary.largestStep = cells.stepTo(index);
+    return summary;
+}
+
+} // namespace
+
+double ColumnSummary::Cells::stepTo(int index) const
+{
+    if (index < 1 || isHole(index) || isHole(index - 1))
+        return -infinity;
+    double const step = values[index] - values[index - 1];
+    return step == step ? step : infinity;
+}
+
+ColumnSummary::ColumnSummary(Cells const& cells)
+    : levels(1)
+{
+    levels.front().nodes.reserve(size_t(cells.size / fanOut) + 1);
+    appended(cells);
+}
+
+/// Of the cells of one node of the lowest level.
+RunSummary ColumnSummary::summarizeLeaf(Cells const& cells, qint64 leaf) const
+{
+    RunSummary summary;
+    if (leaf * fanOut < dropped)
+        return summary; // its first cells have left, so it is never asked
+    auto const begin = int(leaf * fanOut - dropped);
+    for (int i = 0; i < fanOut; ++i)
+        summary.join(summaryOfCell(cells, begin + i));
+    return summary;
+}
+
+RunSummary ColumnSummary::summarizeChildren(size_t level, qint64 node) const
+{
+    RunSummary summary;
+    for (qint64 child = node * fanOut; child < (node + 1) * fanOut; ++child)
+        summary.join(levels[level - 1].at(child));
+    return summary;
+}
+
+void ColumnSummary::appended(Cells const& cells)
+{
+    qint64 const complete = (dropped + cells.size) / fanOut;
+    while (levels.front().end() < complete) {
+        levels.front().nodes.push_back(summarizeLeaf(cells, levels.front().end()));
+        completeParents();
+    }
+}
+
+/// Makes each node above whose last child has just come.
+void ColumnSummary::completeParents()
+{
+    for (size_t level = 1;; ++level) {
+        qint64 const children = levels[level - 1].end();
+        if (children % fanOut != 0)
+            return;
+        qint64 const node = children / fanOut - 1;
+        if (level == levels.size()) {
+            levels.emplace_back();
+            levels[level].firstNode = node;
+            levels[level].span = levels[level - 1].span * fanOut;
+        }
+        // One whose first children have left with their cells is never asked; it keeps the count.
+        bool const isWhole = levels[level - 1].holds(node * fanOut);
+        levels[level].nodes.push_back(isWhole ? summarizeChildren(level, node) : RunSummary());
+    }
+}
+
+void ColumnSummary::replaced(Cells const& cells, int index)
+{
+    recompute(cells, dropped + index);
+    if ((dropped + index + 1) % fanOut == 0)
+        recompute(cells, dropped + index + 1); // the step out of the cell belongs to the next
+}
+
+void ColumnSummary::recompute(Cells const& cells, qint64 place)
+{
+    for (size_t i = 0; i < levels.size(); ++i) {
+        Level& level = levels[i];
+        qint64 const node = place / level.span;
+        if (node * level.span < dropped || !level.holds(node))
+            return;
+        level.nodes[size_t(node - level.firstNode)]
+            = i == 0 ? summarizeLeaf(cells, node) : summarizeChildren(i, node);
+    }
+}
+
+void ColumnSummary::leftShifted(Cells const& cells, int count)
+{
+    dropped += count;
+    for (Level& level : levels) {
+        qint64 const gone
+            = std::min(dropped / level.span - level.firstNode, qint64(level.nodes.size()));
+        // Moved up only when half of them have gone, so that a shift of one costs no walk.
+        if (gone <= qint64(level.nodes.size()) / 2)
+            continue;
+        level.nodes.erase(level.nodes.begin(), level.nodes.begin() + std::ptrdiff_t(gone));
+        level.firstNode += gone;
+    }
+    appended(cells);
+}
+
+RunSummary ColumnSummary::of(Cells const& cells, int first, int last) const
+{
+    RunSummary summary;
+    if (first > last)
+        return summary;
+    summary = summaryOfCell(cells, first);
+    summary.largestStep = -infinity; // that into the run is none of it
+    auto const join = [&](RunSummary const& part) {
+        summary.join(part);
+        return true;
+    };
+    find(first + 1, last, join, [&](int index) {
+        summary.join(summaryOfCell(cells, index));
+        return false;
+    });
+    return summary;
+}
+
+int ColumnSummary::firstHole(Cells const& cells, int first, int last) const
+{
+    return find(
+        first, last, [](RunSummary const& node) { return node.holes == 0; },
+        [&](int index) { return cells.isHole(index); });
+}
+
+int ColumnSummary::firstValid(Cells const& cells, int first, int last) const
+{
+    return find(
+        first, last, [](RunSummary const& node) { return node.smallest != node.smallest; },
+        [&](int index) { return !cells.isHole(index); });
+}
+
+int ColumnSummary::firstStepAbove(Cells const& cells, int first, int last, double limit) const
+{
+    return find(
+        first + 1, last, [=](RunSummary const& node) { return !(node.largestStep > limit); },
+        [&](int index) { return cells.stepTo(index) > limit; });
+}
+
+/**
+ * Walks from @p first to @p last in the largest nodes that fit, into those that @p skips does not
+ * pass over, and cell by cell elsewhere.
+ *
+ * @return the first cell that @p isFound takes; @p last + 1 if it takes none
+ */
+template<typename SkipsNode, typename IsFound>
+int ColumnSummary::find(int first, int last, SkipsNode skips, IsFound isFound) const
+{
+    qint64 place = dropped + first;
+    qint64 const end = dropped + last + 1;
+    size_t highest = levels.size(); // below the node that holds what is sought
+    while (place < end) {
+        bool passed = false;
+        for (size_t i = highest; i-- > 0;) {
+            Level const& level = levels[i];
+            if (place % level.span != 0 || place + level.span > end
+                || !level.holds(place / level.span))
+                continue;
+            if (skips(level.at(place / level.span))) {
+                place += level.span;
+                passed = true;
+                break;
+            }
+            highest = i;
+        }
+        if (passed)
+            continue;
+        // Up to the next leaf, cell by cell.
+        do {
+            auto const index = int(place - dropped);
+            if (isFound(index))
+                return index;
+            ++place;
+        } while (place < end && place % fanOut != 0);
+    }
+    return last + 1;
+}

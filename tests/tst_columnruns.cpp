@@ -1,0 +1,145 @@
+#include "colorbardrawlistener.h"
+#include "dataarraytemplate.h"
+#include "datasettracer.h"
+#include "librarytest.h"
+#include "recordingsink.h"
+#include "valuebasedlook.h"
+#include "viewportmaskfilter.h"
+#include "xydataset.h"
+
+#include <array>
+#include <cmath>
+#include <random>
+
+/// Passing over runs of points must amount to exactly what visiting each does.
+class tst_ColumnRuns : public LibraryTest
+{
+    Q_OBJECT
+private:
+    using Random = std::mt19937;
+    static int below(Random& random, int limit) { return int(random() % unsigned(limit)); }
+
+    /// A data set of 20,000 points of all that can happen to a curve.
+    static std::unique_ptr<XYDataSet> makeDataSet(Random& random)
+    {
+        auto dataSet = std::make_unique<XYDataSet>(
+            new DataArrayTemplate<double>, new DataArrayTemplate<double>, "curve", Qt::red,
+            SYMBOL_NONE, Qt::SolidLine, 1 + below(random, 4));
+        Look* look = dataSet->getLook();
+        bool const byValue = below(random, 5) == 0;
+        if (byValue) {
+            auto* const table
+                = new ValueBasedLook(dataSet.get(), Qt::red, SYMBOL_NONE, Qt::SolidLine, 1);
+            table->addTableEntry(10.0, Qt::green, "");
+            table->addTableEntry(30.0, Qt::blue, SYMBOL_PLUS, Qt::SolidLine, 1, "");
+            look = table;
+        }
+        if (below(random, 6) == 0)
+            look->setColorBar(5);
+        int const holesIn = std::array{0, 5, 300, 5000}[size_t(below(random, 4))];
+        int const gapsIn = std::array{0, 50, 3000}[size_t(below(random, 3))];
+        bool const steps = byValue || below(random, 3) == 0;
+        double x = 0.0;
+        double y = 25.0;
+        int holeRun = 0;
+        for (int i = 0; i < 20000; ++i) {
+            x += gapsIn != 0 && below(random, gapsIn) == 0 ? 40.0 : below(random, 3) * 0.5;
+            if (!steps || below(random, 200) == 0)
+                y = steps ? 10.0 * below(random, 6) : y + (below(random, 201) - 100) * 0.02;
+            if (holeRun == 0 && holesIn != 0 && below(random, holesIn) == 0)
+                holeRun = 1 + below(random, holesIn * 2);
+            double const far = below(random, 2000) == 0 ? 1e300 * (below(random, 3) - 1) : 0.0;
+            double const cell
+                = below(random, 4000) == 0 ? std::numeric_limits<double>::infinity() : y + far;
+            dataSet->append(x, holeRun > 0 ? NaN : cell);
+            holeRun = qMax(holeRun - 1, 0);
+            if (!byValue && below(random, 700) == 0)
+                look->changeFromLast(QColor::fromHsv(below(random, 360), 255, 255),
+                                     below(random, 8) == 0 ? SYMBOL_CROSS : SYMBOL_NONE,
+                                     below(random, 8) == 0 ? Qt::NoPen : Qt::SolidLine, 1);
+        }
+        if (below(random, 3) == 0)
+            dataSet->setComplete(true);
+        return dataSet;
+    }
+
+    /// Pixel columns at random that show what is turned off, what is not, or both.
+    static void fillMask(Random random, ColorBarDrawListener* listener, XYDataSet* bar)
+    {
+        listener->clearCache();
+        for (int x = 1; x < 100; ++x) {
+            for (int times = below(random, 3); times > 0; --times)
+                listener->drawingDataPoint(below(random, bar->yData->dataSize()), x);
+        }
+    }
+
+private Q_SLOTS:
+    void passingAmountsToVisiting_data()
+    {
+        QTest::addColumn<unsigned>("seed");
+        for (unsigned seed = 1; seed <= 60; ++seed)
+            QTest::addRow("%u", seed) << seed;
+    }
+    void passingAmountsToVisiting();
+};
+
+void tst_ColumnRuns::passingAmountsToVisiting()
+{
+    QFETCH(unsigned, seed);
+    Random random(seed);
+    std::unique_ptr<XYDataSet> const dataSet = makeDataSet(random);
+    XYDataSet bar(new DataArrayTemplate<double>, new DataArrayTemplate<double>, "bar", Qt::red,
+                  SYMBOL_NONE, Qt::SolidLine, 1);
+    for (int i = 0; i < 200; ++i) {
+        bar.append(i * 50.0, 1.0);
+        bar.getLook()->changeFromLast(i % 3 == 0 ? Qt::red : Qt::green);
+    }
+    auto* const barListener = new ColorBarDrawListener(&bar);
+    bar.setDrawListener(barListener);
+    barListener->filterEntry(bar.getLook()->getApplicableLookEntry(1), true);
+    QVector<ColorBarDrawListener*> listeners{barListener};
+    if (below(random, 3) == 0)
+        dataSet->setFilter(new ViewportMaskFilter(dataSet.get(), &listeners));
+    auto* const ownListener = new ColorBarDrawListener(dataSet.get());
+    dataSet->setDrawListener(ownListener);
+    ownListener->filterEntry(dataSet->getLook()->getApplicableLookEntry(3000), true);
+
+    TraceSettings settings;
+    settings.dataSet = dataSet.get();
+    double const from = below(random, 3) == 0 ? below(random, 9000) : 0.0;
+    double const to = from + std::array{10.0, 300.0, 20000.0}[size_t(below(random, 3))];
+    double const low = below(random, 2) == 0 ? 20.0 : -10.0;
+    settings.transform.set(Bounds{from, to, low, 60.0}, 100, 50);
+    settings.disconnectionThreshold = std::array{NaN, 0.7, 5.0, 0.0}[size_t(below(random, 4))];
+    settings.symbolsDrawn = below(random, 2) == 0;
+    QList<Marker_t> markers;
+    settings.dataMarkers = &markers;
+    // One run, or one that goes on.
+    int const border = below(random, 2) == 0 ? 0 : 5000 + below(random, 9000);
+
+    QStringList outcomes;
+    for (bool const visits : {true, false}) {
+        settings.visitsEachPoint = visits;
+        fillMask(random, barListener, &bar);
+        ownListener->clearCache();
+        RecordingSink sink;
+        VerticalEnvelope envelope;
+        int isolation = Unlinked;
+        QString outcome;
+        for (auto const& [first, last] : {std::pair(0, border - 1), {border, 19999}}) {
+            if (last < first)
+                continue;
+            DataSetTracer tracer(settings, envelope, sink);
+            TraceResult const result = tracer.trace(0, first, last, isolation);
+            isolation = result.isolation;
+            outcome += QString("%1 %2;").arg(result.isolation).arg(result.endDashDrawn);
+        }
+        for (int x = 0; x < 102; ++x)
+            outcome += QString::number(ownListener->excludeDataPointsAtViewportX(x));
+        outcomes.append(outcome + sink.drawn);
+    }
+    QCOMPARE(outcomes.at(1), outcomes.at(0));
+}
+
+QTEST_MAIN(tst_ColumnRuns)
+#include "tst_columnruns.moc"
