@@ -132,6 +132,7 @@ void tst_XYCanvasHitTest::staleIndicesAreSkipped()
     QCOMPARE(hitAt(52, 50), "shrunk 0 at 50,50");
     dataSet->xData->removeData(0, 1);
     QCOMPARE(hitAt(52, 50), "none");
+    QVERIFY(messages->tookOnly("index out of bounds")); // no y is missing
 }
 
 QTEST_MAIN(tst_XYCanvasHitTest)

@@ -38,9 +38,10 @@ public:
     void search(QVector<int> const& indices)
     {
         // A column that has shrunk since leaves indices beyond its end.
-        int const size = qMin(dataSet.xData->dataSize(), dataSet.yData->dataSize());
+        int const size = dataSet.yData->dataSize();
         // Parallel lines enter their points one line after the other.
-        bool const canBisect = runsRightwards && std::is_sorted(indices.cbegin(), indices.cend());
+        bool const canBisect = runsRightwards && size <= dataSet.xData->dataSize()
+            && std::is_sorted(indices.cbegin(), indices.cend());
         if (!canBisect) {
             for (int const index : indices) {
                 if (index < size)
