@@ -78,7 +78,7 @@ public:
         {
             return isConstant ? qint64(firstValue) : qint64(offset) * stepSize + firstValue;
         }
-        /// Makes this run of one cell one of two; false if they are too far apart for a step.
+        /// Makes this run of one cell one of two; false if @p step falls or is no T.
         bool becomePair(T first, qint64 step);
         void becomeConstant(T value);
     };
