@@ -82,7 +82,7 @@ private:
         double const dx = std::abs(double(mouse.x()) - point.pixel.x());
         double const dy = std::abs(double(mouse.y()) - point.pixel.y());
         double const d = std::sqrt(dx * dx + dy * dy);
-        bool const isReached = isBar ? dx <= reach && dy <= barReach(index) : d <= reach;
+        bool const isReached = isBar ? dx <= reach && dy <= double(barReach(index)) : d <= reach;
         if (!isReached || (isFound() && (d > distance || (d == distance && !winsTies))))
             return;
         nearest = index;
@@ -91,11 +91,11 @@ private:
     }
 
     /// A bar is met all over its thickness.
-    double barReach(int index) const
+    qint64 barReach(int index) const
     {
         qint64 const thickness
             = qint64(look->getLineThickness(index)) * getPlotRenderSettings().barThicknessFactor;
-        return double(thickness / 2 + 1);
+        return thickness / 2 + 1;
     }
 
     XYDataSet& dataSet;
