@@ -168,6 +168,8 @@ void tst_XYPlotRender::legendFitsOrIsCut()
     settings.legendTitleFont.setPixelSize(30);
     plotRenderSettings.push(settings);
     QVERIFY(legend->drawLegendToPixmap({200, 100}).height() <= 100);
+    getPlotRenderSettings().legendSymbolWidth = INT_MAX;
+    QCOMPARE(legend->drawLegendToPixmap({200, 100}).width(), 200);
     plotRenderSettings.pop();
 }
 

@@ -57,10 +57,10 @@ struct XYLegend::Picture
 
     static int spacing(QFont const& font) { return QFontMetrics(font).lineSpacing(); }
     /// Where the text behind a sample begins.
-    int textOffset() const
+    double textOffset() const
     {
         PlotRenderSettings_t const& settings = getPlotRenderSettings();
-        return settings.legendSymbolWidth + settings.legendSymbolGap + spacing(textFont);
+        return double(settings.legendSymbolWidth) + settings.legendSymbolGap + spacing(textFont);
     }
 
     void measure()
@@ -72,8 +72,7 @@ struct XYLegend::Picture
         for (QString const& heading : qAsConst(headings))
             width = qMax(width, headingMetrics.horizontalAdvance(heading) + 2.0 * lineSpacing);
         for (QString const& text : qAsConst(texts)) {
-            width = qMax(width,
-                         textMetrics.horizontalAdvance(text) + double(textOffset()) + lineSpacing);
+            width = qMax(width, textMetrics.horizontalAdvance(text) + textOffset() + lineSpacing);
         }
         size = QSize(roundToPixel(width), roundToPixel(double(lineSpacing) * (lines + 1)));
     }
@@ -182,7 +181,7 @@ void XYLegend::paintLine(QPainter& painter, Picture const& picture, QPixmap cons
 {
     int const ascent = QFontMetrics(picture.textFont).ascent();
     painter.setFont(picture.textFont);
-    painter.drawText(picture.textOffset(), baseline, text);
+    painter.drawText(roundToPixel(picture.textOffset()), baseline, text);
     painter.drawPixmap(Picture::spacing(picture.textFont),
                        baseline - (sample.height() + ascent) / 2, sample);
 }
