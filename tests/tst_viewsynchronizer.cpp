@@ -168,6 +168,16 @@ void tst_ViewSynchronizer::partnersMayGo()
     });
     group.canvas(0)->zoomToHorizontal(10.0, 20.0);
     QVERIFY(synchronizer.getCanvasses().isEmpty());
+    // And the synchronizer at work.
+    QPointer<Sync> working = new Sync(nullptr, Sync::WindowScope, true, false);
+    group.joinAll(*working);
+    connect(group.canvas(1), &XYCanvas::viewBoundsChanged, this, [&] { delete working; });
+    group.canvas(0)->zoomToHorizontal(30.0, 40.0);
+    QVERIFY(!working);
+    working = new Sync(nullptr, Sync::FileScope, true, false);
+    connect(working, &Sync::enabledChanged, this, [&] { delete working; });
+    organizer()->enableScope(Sync::FileScope);
+    QVERIFY(!working);
     Sync const none(nullptr, Sync::None, true, false);
     QVERIFY(messages->tookOnly("ViewSynchronizer cannot have 'None' scope!"));
 }
@@ -190,6 +200,8 @@ void tst_ViewSynchronizer::organizerEnablesOneScope()
     QVERIFY(late.isEnabled() && window.isEnabled());
     delete ofFile;
     QCOMPARE(organizer()->getSynchronizers(Sync::FileScope).size(), 1);
+    // Those left at the end of the program are the organizer's to delete, each once.
+    new Sync(new Sync(nullptr, Sync::FileScope, true, false), Sync::FileScope, true, false);
 }
 
 void tst_ViewSynchronizer::scopeIsKept()

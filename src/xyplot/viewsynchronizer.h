@@ -44,10 +44,12 @@ Q_SIGNALS:
     void enabledChanged(bool enable);
 
 public Q_SLOTS:
-    /// For the organizer. Once enabled, one canvas of the group sets the view of all.
+    /// For the organizer. Once enabled, one canvas of the group, whichever comes first, passes its
+    /// policy on, and with following its view; with any other policy the views stay as they are.
     void setEnabled(bool enable);
 
 private Q_SLOTS:
+    void reactToCanvasDestroyed();
     void processViewBoundsChange();
     void processHorizontalViewBoundsUpdatePolicyChange();
     void processVerticalViewBoundsUpdatePolicyChange();
