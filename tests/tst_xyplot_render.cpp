@@ -165,7 +165,7 @@ void tst_XYPlotRender::legendFitsOrIsCut()
     QVERIFY(smaller.height() < ample.height() && smaller.width() < ample.width());
     QCOMPARE(legend->drawLegendToPixmap({20, 10}).size(), QSize(20, 10));
     QVERIFY(legend->drawLegendToPixmap({-1, 10}).isNull());
-    settings.legendTitleFont.setPixelSize(30);
+    settings.legendTitleFont.setPixelSize(INT_MAX);
     plotRenderSettings.push(settings);
     QVERIFY(legend->drawLegendToPixmap({200, 100}).height() <= 100);
     getPlotRenderSettings().legendSymbolWidth = INT_MAX;

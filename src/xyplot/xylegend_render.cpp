@@ -18,6 +18,9 @@ namespace {
 /// The smallest size tried, in points, or in pixels where the font is set in these.
 constexpr int smallestFontSize = 4;
 
+/// No line of text is lower than this part of its font size, so larger fonts need not be tried.
+constexpr int leastLinePartOfSize = 4;
+
 constexpr int secondsBetweenWarnings = 60;
 
 int sizeOf(QFont const& font)
@@ -81,7 +84,9 @@ struct XYLegend::Picture
     /// enough.
     bool fitInto(QSize maximum)
     {
-        for (int fontSize = sizeOf(headingFont);; --fontSize) {
+        qint64 const largest
+            = qMax(qint64(maximum.height()) * leastLinePartOfSize, qint64(smallestFontSize));
+        for (int fontSize = int(qMin(qint64(sizeOf(headingFont)), largest));; --fontSize) {
             setSizes(headingFont, textFont, qMax(fontSize, 1));
             measure();
             if (size.width() <= maximum.width() && size.height() <= maximum.height())
