@@ -161,7 +161,7 @@ void tst_ViewSynchronizer::partnersMayGo()
     group.canvas(0)->setHorizontalViewBoundsUpdatePolicy(XYCanvas::PolicyFollow, true);
     group.canvases.erase(group.canvases.begin());
     QCOMPARE(synchronizer.getCanvasses().size(), 2);
-    // A slot may even delete canvases while a view is passed on.
+    // A slot may take canvases out while a view is passed on.
     connect(group.canvas(1), &XYCanvas::viewBoundsChanged, this, [&] {
         for (XYCanvas* const canvas : synchronizer.getCanvasses())
             synchronizer.removeCanvas(canvas);

@@ -27,7 +27,11 @@ public:
     };
     Q_ENUM(Scope)
 
-    /// @p inHorizontal and @p inVertical tell which policies spread; only views in x are moved.
+    /**
+     * @param inHorizontal  views in x and their policy spread
+     * @param inVertical    the policy in y spreads; views in y never do, and a view that changes
+     *                      in y moves no other one, not even in x
+     */
     ViewSynchronizer(QObject* parent, Scope synchronizedScope, bool inHorizontal, bool inVertical);
     ~ViewSynchronizer() override;
 
