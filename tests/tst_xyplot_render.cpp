@@ -112,11 +112,8 @@ void tst_XYPlotRender::settingsAreThoseOfThePicture()
     QCOMPARE(thickness(render({400, 300})), 1);
     settings.lineThicknessFactor = 3; // with the canvas at the size that it had
     QCOMPARE(thickness(render({400, 300})), 3);
-    settings.lineThicknessFactor = 7;
     settings.majorTickLength = 40;
-    QImage const thick = render({400, 300});
-    QCOMPARE(thickness(thick), 7);
-    QVERIFY(leftOfFrame(thick) >= 50);
+    QVERIFY(leftOfFrame(render({400, 300})) >= 50);
     (*stage)->resize(400, 300);
     QCOMPARE(thickness((*stage)->grab().toImage()), 1);
 }
