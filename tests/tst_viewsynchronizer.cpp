@@ -161,13 +161,22 @@ void tst_ViewSynchronizer::partnersMayGo()
     group.canvas(0)->setHorizontalViewBoundsUpdatePolicy(XYCanvas::PolicyFollow, true);
     group.canvases.erase(group.canvases.begin());
     QCOMPARE(synchronizer.getCanvasses().size(), 2);
-    // A slot may even delete canvases while a view is passed on.
+    // A slot may take canvases out while a view is passed on.
     connect(group.canvas(1), &XYCanvas::viewBoundsChanged, this, [&] {
         for (XYCanvas* const canvas : synchronizer.getCanvasses())
             synchronizer.removeCanvas(canvas);
     });
     group.canvas(0)->zoomToHorizontal(10.0, 20.0);
     QVERIFY(synchronizer.getCanvasses().isEmpty());
+    // And the synchronizer at work.
+    QPointer<Sync> working = new Sync(nullptr, Sync::WindowScope, true, false);
+    group.joinAll(*working);
+    connect(group.canvas(1), &XYCanvas::viewBoundsChanged, this, [&] { delete working; });
+    group.canvas(0)->zoomToHorizontal(30.0, 40.0);
+    working = new Sync(nullptr, Sync::FileScope, true, false);
+    connect(working, &Sync::enabledChanged, this, [&] { delete working; });
+    organizer()->enableScope(Sync::FileScope);
+    QVERIFY(!working && organizer()->getSynchronizers(Sync::WindowScope).size() == 1);
     Sync const none(nullptr, Sync::None, true, false);
     QVERIFY(messages->tookOnly("ViewSynchronizer cannot have 'None' scope!"));
 }
@@ -190,6 +199,8 @@ void tst_ViewSynchronizer::organizerEnablesOneScope()
     QVERIFY(late.isEnabled() && window.isEnabled());
     delete ofFile;
     QCOMPARE(organizer()->getSynchronizers(Sync::FileScope).size(), 1);
+    // Those left at the end of the program are the organizer's to delete, each once.
+    new Sync(new Sync(nullptr, Sync::FileScope, true, false), Sync::FileScope, true, false);
 }
 
 void tst_ViewSynchronizer::scopeIsKept()

@@ -37,6 +37,7 @@ class tst_XYCanvasHitTest : public LibraryTest
 
 private Q_SLOTS:
     void nearestPointIsHit();
+    void pointsOfParallelLines();
     void barIsHitOverItsThickness();
     void leavingIsToldOnce();
     void staleIndicesAreSkipped();
@@ -58,6 +59,24 @@ void tst_XYCanvasHitTest::nearestPointIsHit()
     QCOMPARE(hitAt(-1, 50), "none");
     stage->dataSets.first()->yData->replace(0, NaN);
     QCOMPARE(hitAt(20, 50), "first 1 at 28,50");
+}
+
+/// Each line enters its points anew, so that a cell does not list them in their order.
+void tst_XYCanvasHitTest::pointsOfParallelLines()
+{
+    struct TwoLines : Look
+    {
+        explicit TwoLines(XYDataSet* owner)
+            : Look(owner, Qt::black, SYMBOL_NONE, Qt::SolidLine, 10)
+        {
+            multiLineCount = 2;
+        }
+    };
+    // The upper line enters 0 and 1 in the cell of the mouse, after 2 and 3 from the lower one.
+    new TwoLines(stage->add({1.0, 7.0, 8.0, 14.0}, {45.0, 45.0, 55.0, 55.0}));
+    stage->paint();
+    QCOMPARE(hitAt(8, 49), "data 2 at 8,45");
+    QCOMPARE(hitAt(7, 50), "data 1 at 7,55");
 }
 
 void tst_XYCanvasHitTest::barIsHitOverItsThickness()
@@ -113,6 +132,7 @@ void tst_XYCanvasHitTest::staleIndicesAreSkipped()
     QCOMPARE(hitAt(52, 50), "shrunk 0 at 50,50");
     dataSet->xData->removeData(0, 1);
     QCOMPARE(hitAt(52, 50), "none");
+    QVERIFY(messages->tookOnly("index out of bounds")); // no y is missing
 }
 
 QTEST_MAIN(tst_XYCanvasHitTest)

@@ -7,6 +7,7 @@
 #include "xydataset.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 DebugTag debugTag("ValueBasedLook");
@@ -52,14 +53,14 @@ void ValueBasedLook::addTableEntry(double value, QColor color, E_SYMBOL symbol,
         row = table.erase(row);
     table.insert(row, {value, {color, symbol, penStyle, lineThickness}});
     if (!legendText.isEmpty())
-        setLegendText(color, legendText);
+        setLegendText(color, std::move(legendText));
     lastSearchValue = NaN;
 }
 
 void ValueBasedLook::addTableEntry(double value, QColor color, QString legendText)
 {
     addTableEntry(value, color, getDefaultSymbol(), getDefaultPenStyle(), getDefaultLineThickness(),
-                  legendText);
+                  std::move(legendText));
 }
 
 int ValueBasedLook::searchNearestIndex(double value) const

@@ -36,6 +36,7 @@ public:
      */
     void addTableEntry(double value, QColor color, E_SYMBOL symbol, Qt::PenStyle penStyle,
                        int lineThickness, QString legendText);
+    /// The same with the symbol, pen style and line thickness of the default entry.
     void addTableEntry(double value, QColor color, QString legendText);
     /// Blends neighbouring rows instead of taking those whose value lies less than 1 away.
     void setUseInterpolation(bool on) { useInterpolation = on; }

@@ -78,7 +78,7 @@ public:
         {
             return isConstant ? qint64(firstValue) : qint64(offset) * stepSize + firstValue;
         }
-        /// Makes this run of one cell one of two; false if they are too far apart for a step.
+        /// Makes this run of one cell one of two; false if @p step falls or is no T.
         bool becomePair(T first, qint64 step);
         void becomeConstant(T value);
     };
@@ -388,7 +388,8 @@ void CompressedDataArrayTemplate<T>::replaceInside(int slot, int index, T value)
 
 template<typename T> void CompressedDataArrayTemplate<T>::removeData(int startIndex, int count)
 {
-    int const end = static_cast<int>(qMin<qint64>(qint64(startIndex) + count, totalSize));
+    qint64 const askedEnd = qint64(startIndex) + qMax(count, 0);
+    int const end = static_cast<int>(qMin<qint64>(askedEnd, totalSize));
     startIndex = qMax(startIndex, 0);
     count = end - startIndex;
     if (count <= 0)

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QIcon>
+#include <QPointer>
 #include <QSettings>
 
 namespace {
@@ -34,11 +35,12 @@ ViewSynchronizationOrganizer::~ViewSynchronizationOrganizer()
 {
     MemLeakTracer::getInstance()->doDeallocateObject(
         QStringLiteral("ViewSynchronizationOrganizer"));
-    // Gathered first: each takes itself out of the map.
-    QList<ViewSynchronizer*> all;
+    // Gathered first: each takes itself out of the map, and its child synchronizers with it.
+    QList<QPointer<ViewSynchronizer>> all;
     for (QSet<ViewSynchronizer*> const& ofScope : qAsConst(synchronizers))
-        all.append(ofScope.values());
-    qDeleteAll(all);
+        all.append(QList<QPointer<ViewSynchronizer>>(ofScope.cbegin(), ofScope.cend()));
+    for (QPointer<ViewSynchronizer> const& synchronizer : qAsConst(all))
+        delete synchronizer;
 }
 
 void ViewSynchronizationOrganizer::createActions()

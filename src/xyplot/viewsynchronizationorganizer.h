@@ -20,7 +20,8 @@ class ZELPLOT_EXPORT ViewSynchronizationOrganizer : public QObject
 {
     Q_OBJECT
 public:
-    /// The only one; made on first use, which needs a QApplication.
+    /// The only one; made on first use, which needs a QApplication. At program exit it goes and
+    /// deletes the synchronizers that are left.
     static ViewSynchronizationOrganizer* getInstance();
     ~ViewSynchronizationOrganizer() override;
 
@@ -28,7 +29,8 @@ public:
     QAction* getEnablementAction(ViewSynchronizer::Scope scope) const;
     /// ViewSynchronizer::None until another is chosen or read.
     ViewSynchronizer::Scope getCurrentEnabledScope() const { return currentEnabledScope; }
-    /// Enables the synchronizers of that scope and disables all others.
+    /// Enables the synchronizers of that scope and disables all others. A value that is no scope
+    /// leaves none enabled and the actions as they are.
     void enableScope(ViewSynchronizer::Scope scope);
 
     /// The one for all plots, in x only; made on first use.
@@ -43,7 +45,8 @@ public:
     void add(ViewSynchronizer* synchronizer);
     void remove(ViewSynchronizer* synchronizer);
 
-    /// Enables the scope that an INI file names, that of windows if it names none.
+    /// Enables the scope whose number an INI file holds, that of windows if it holds none; the
+    /// number goes to enableScope() unchecked, and text reads as 0.
     void readSettings(QString const& fileName);
     void writeSettings(QString const& fileName) const;
 

@@ -5,8 +5,6 @@
 #include "viewsynchronizationorganizer.h"
 #include "xycanvas.h"
 
-#include <QScopedValueRollback>
-
 namespace {
 DebugTag debugTag("ViewSynchronizer", "src/xyplot/viewsynchronizer");
 } // namespace
@@ -42,11 +40,7 @@ void ViewSynchronizer::addCanvas(XYCanvas* canvas)
             &ViewSynchronizer::processHorizontalViewBoundsUpdatePolicyChange);
     connect(canvas, &XYCanvas::verticalViewBoundsUpdatePolicyChanged, this,
             &ViewSynchronizer::processVerticalViewBoundsUpdatePolicyChange);
-    connect(canvas, &QObject::destroyed, this, [this, canvas] {
-        canvasses.remove(canvas);
-        if (followSource == canvas)
-            followSource = nullptr;
-    });
+    connect(canvas, &QObject::destroyed, this, &ViewSynchronizer::reactToCanvasDestroyed);
 }
 
 void ViewSynchronizer::removeCanvas(XYCanvas* canvas)
@@ -57,13 +51,23 @@ void ViewSynchronizer::removeCanvas(XYCanvas* canvas)
         followSource = nullptr;
 }
 
+void ViewSynchronizer::reactToCanvasDestroyed()
+{
+    // No more than an address: what is left of the canvas is a QObject, so it is not cast down.
+    auto* const gone = static_cast<XYCanvas*>(static_cast<void*>(sender()));
+    canvasses.remove(gone);
+    if (followSource == gone)
+        followSource = nullptr;
+}
+
 void ViewSynchronizer::setEnabled(bool enable)
 {
     if (enable == enabled)
         return;
     enabled = enable;
+    QPointer<ViewSynchronizer> const self(this);
     Q_EMIT enabledChanged(enable);
-    if (enabled && !canvasses.isEmpty())
+    if (self && enabled && !canvasses.isEmpty())
         (*canvasses.cbegin())->forceEmitViewTransformSignals();
 }
 
@@ -91,7 +95,7 @@ void ViewSynchronizer::processViewBoundsChange()
     auto* const source = qobject_cast<XYCanvas*>(sender());
     if (!enabled || processing || !source)
         return;
-    QScopedValueRollback<bool> const guard(processing, true);
+    processing = true;
     Bounds const now = source->getViewBounds();
     Bounds const before = source->getPreviouslyEmittedViewBounds();
     bool const xMoved = now.minX != before.minX || now.maxX != before.maxX;
@@ -102,9 +106,13 @@ void ViewSynchronizer::processViewBoundsChange()
     bool const yChanged = vertical && now.isDetermined(Bounds::Vertical)
         && isPassedOn(yMoved, source,
                       source->getVerticalViewBoundsUpdatePolicy() == XYCanvas::PolicyFollow);
+    QPointer<ViewSynchronizer> const self(this); // a slot of another canvas may delete it
     if (xChanged || yChanged)
         passViewOn(source, xChanged, yChanged);
+    if (!self)
+        return;
     followSource = nullptr;
+    processing = false;
 }
 
 void ViewSynchronizer::passViewOn(XYCanvas* source, bool xChanged, bool yChanged)
@@ -134,11 +142,14 @@ void ViewSynchronizer::passPolicyOn(bool wanted, Get get, Set set)
     followSource = policy == XYCanvas::PolicyFollow ? source : nullptr;
     if (policy != XYCanvas::PolicyFollow && policy != XYCanvas::PolicyFull)
         return;
-    QScopedValueRollback<bool> const guard(processing, true);
+    QPointer<ViewSynchronizer> const self(this);
+    processing = true;
     for (QPointer<XYCanvas> const& canvas : othersThan(source)) {
         if (canvas)
             (canvas->*set)(policy, true);
     }
+    if (self)
+        processing = false;
 }
 
 void ViewSynchronizer::processHorizontalViewBoundsUpdatePolicyChange()

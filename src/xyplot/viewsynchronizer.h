@@ -27,7 +27,11 @@ public:
     };
     Q_ENUM(Scope)
 
-    /// @p inHorizontal and @p inVertical tell which policies spread; only views in x are moved.
+    /**
+     * @param inHorizontal  views in x and their policy spread
+     * @param inVertical    the policy in y spreads; views in y never do, and a view that changes
+     *                      in y moves no other one, not even in x
+     */
     ViewSynchronizer(QObject* parent, Scope synchronizedScope, bool inHorizontal, bool inVertical);
     ~ViewSynchronizer() override;
 
@@ -44,10 +48,12 @@ Q_SIGNALS:
     void enabledChanged(bool enable);
 
 public Q_SLOTS:
-    /// For the organizer. Once enabled, one canvas of the group sets the view of all.
+    /// For the organizer. Once enabled, one canvas of the group, whichever comes first, passes its
+    /// policy on, and with following its view; with any other policy the views stay as they are.
     void setEnabled(bool enable);
 
 private Q_SLOTS:
+    void reactToCanvasDestroyed();
     void processViewBoundsChange();
     void processHorizontalViewBoundsUpdatePolicyChange();
     void processVerticalViewBoundsUpdatePolicyChange();

@@ -28,21 +28,24 @@ public:
         , look(testedDataSet.getLook())
         , isBar(look->isColorBar())
         , locator(testedDataSet, transform, false)
-        , isSorted(testedDataSet.xData->isNondecreasing() && transform.xFactor > 0.0)
+        , runsRightwards(testedDataSet.xData->isNondecreasing() && transform.xFactor > 0.0)
         , mouse(mousePosition)
         , reach(maximumDistance)
     {
     }
 
-    /// @p indices  of points, ascending, as they were drawn
+    /// @p indices  of points, as they were drawn
     void search(QVector<int> const& indices)
     {
         // A column that has shrunk since leaves indices beyond its end.
-        int const size = qMin(dataSet.xData->dataSize(), dataSet.yData->dataSize());
-        if (!isSorted) {
+        int const size = dataSet.yData->dataSize();
+        // Parallel lines enter their points one line after the other.
+        bool const canBisect = runsRightwards && size <= dataSet.xData->dataSize()
+            && std::is_sorted(indices.cbegin(), indices.cend());
+        if (!canBisect) {
             for (int const index : indices) {
                 if (index < size)
-                    consider(index, locator.locate(index));
+                    consider(index, locator.locate(index), false);
             }
             return;
         }
@@ -51,8 +54,8 @@ public:
         auto const isLeft
             = [this](int index, int x) { return locator.locate(index).pixel.x() < x; };
         auto const middle = std::lower_bound(indices.cbegin(), end, mouse.x(), isLeft);
-        for (auto it = middle; it != end && reachesColumnOf(*it); ++it) { }
-        for (auto it = middle; it != indices.cbegin() && reachesColumnOf(*(it - 1)); --it) { }
+        for (auto it = middle; it != end && reachesColumnOf(*it, false); ++it) { }
+        for (auto it = middle; it != indices.cbegin() && reachesColumnOf(*(it - 1), true); --it) { }
     }
 
     bool isFound() const { return nearest >= 0; }
@@ -61,26 +64,26 @@ public:
     QPoint getPixel() const { return pixel; }
 
 private:
-    bool reachesColumnOf(int index)
+    bool reachesColumnOf(int index, bool winsTies)
     {
         PlotPoint const point = locator.locate(index);
         double const dx = std::abs(double(mouse.x()) - point.pixel.x());
         if (dx > reach || (isFound() && dx > distance))
             return false;
-        consider(index, point);
+        consider(index, point, winsTies);
         return true;
     }
 
-    /// Of equally near points the first counts.
-    void consider(int index, PlotPoint const& point)
+    /// Of equally near points the one entered first counts, which a walk backwards meets last.
+    void consider(int index, PlotPoint const& point, bool winsTies)
     {
         if (!point.valid)
             return;
         double const dx = std::abs(double(mouse.x()) - point.pixel.x());
         double const dy = std::abs(double(mouse.y()) - point.pixel.y());
         double const d = std::sqrt(dx * dx + dy * dy);
-        bool const isReached = isBar ? dx <= reach && dy <= barReach(index) : d <= reach;
-        if (!isReached || (isFound() && (d > distance || (d == distance && index > nearest))))
+        bool const isReached = isBar ? dx <= reach && dy <= double(barReach(index)) : d <= reach;
+        if (!isReached || (isFound() && (d > distance || (d == distance && !winsTies))))
             return;
         nearest = index;
         distance = d;
@@ -88,18 +91,18 @@ private:
     }
 
     /// A bar is met all over its thickness.
-    double barReach(int index) const
+    qint64 barReach(int index) const
     {
         qint64 const thickness
             = qint64(look->getLineThickness(index)) * getPlotRenderSettings().barThicknessFactor;
-        return double(thickness / 2 + 1);
+        return thickness / 2 + 1;
     }
 
     XYDataSet& dataSet;
     Look* look;
     bool isBar;
     PointLocator locator;
-    bool isSorted;
+    bool runsRightwards;
     QPoint mouse;
     int reach;
 

@@ -18,6 +18,9 @@ namespace {
 /// The smallest size tried, in points, or in pixels where the font is set in these.
 constexpr int smallestFontSize = 4;
 
+/// No line of text is lower than this part of its font size, so larger fonts need not be tried.
+constexpr int leastLinePartOfSize = 4;
+
 constexpr int secondsBetweenWarnings = 60;
 
 int sizeOf(QFont const& font)
@@ -57,10 +60,10 @@ struct XYLegend::Picture
 
     static int spacing(QFont const& font) { return QFontMetrics(font).lineSpacing(); }
     /// Where the text behind a sample begins.
-    int textOffset() const
+    double textOffset() const
     {
         PlotRenderSettings_t const& settings = getPlotRenderSettings();
-        return settings.legendSymbolWidth + settings.legendSymbolGap + spacing(textFont);
+        return double(settings.legendSymbolWidth) + settings.legendSymbolGap + spacing(textFont);
     }
 
     void measure()
@@ -72,8 +75,7 @@ struct XYLegend::Picture
         for (QString const& heading : qAsConst(headings))
             width = qMax(width, headingMetrics.horizontalAdvance(heading) + 2.0 * lineSpacing);
         for (QString const& text : qAsConst(texts)) {
-            width = qMax(width,
-                         textMetrics.horizontalAdvance(text) + double(textOffset()) + lineSpacing);
+            width = qMax(width, textMetrics.horizontalAdvance(text) + textOffset() + lineSpacing);
         }
         size = QSize(roundToPixel(width), roundToPixel(double(lineSpacing) * (lines + 1)));
     }
@@ -82,7 +84,9 @@ struct XYLegend::Picture
     /// enough.
     bool fitInto(QSize maximum)
     {
-        for (int fontSize = sizeOf(headingFont);; --fontSize) {
+        qint64 const largest
+            = qMax(qint64(maximum.height()) * leastLinePartOfSize, qint64(smallestFontSize));
+        for (int fontSize = int(qMin(qint64(sizeOf(headingFont)), largest));; --fontSize) {
             setSizes(headingFont, textFont, qMax(fontSize, 1));
             measure();
             if (size.width() <= maximum.width() && size.height() <= maximum.height())
@@ -182,7 +186,7 @@ void XYLegend::paintLine(QPainter& painter, Picture const& picture, QPixmap cons
 {
     int const ascent = QFontMetrics(picture.textFont).ascent();
     painter.setFont(picture.textFont);
-    painter.drawText(picture.textOffset(), baseline, text);
+    painter.drawText(roundToPixel(picture.textOffset()), baseline, text);
     painter.drawPixmap(Picture::spacing(picture.textFont),
                        baseline - (sample.height() + ascent) / 2, sample);
 }
