@@ -4,6 +4,7 @@
 #include "librarytest.h"
 
 #include <climits>
+#include <random>
 
 namespace {
 using Cells = QVector<double>;
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void decimation();
     void sentinelStandsForTheHole();
     void miscountedReferencesAreTold();
+    void runIsAsManySingleOnes();
 
 protected:
     void deleteObjects() override { QCOMPARE(DataArray::getTotalVectorMemoryConsumption(), 0U); }
@@ -135,6 +137,51 @@ void tst_DataArray::miscountedReferencesAreTold()
     QVERIFY(messages->tookOnly("DataArray::removeReference is removing uncounted reference"));
     delete column;
     QVERIFY(messages->tookOnly("Deleting referenced DataArray!"));
+}
+
+void tst_DataArray::runIsAsManySingleOnes()
+{
+    std::mt19937 random(3);
+    auto const below = [&](int limit) { return int(random() % unsigned(limit)); };
+    for (int round = 0; round < 300; ++round) {
+        double const sentinel = round % 3 == 0 ? 5.0 : NaN;
+        DataArrayTemplate<double> singles(sentinel);
+        DataArrayTemplate<double> runs(sentinel);
+        QString seen; // of the second column: a run, a change, filled
+        connect(&runs, &DataArray::runAppended, this,
+                [&](int first) { seen += QString("r%1").arg(first); });
+        connect(&runs, &DataArray::dataChanged, this, [&] { seen += 'c'; });
+        connect(&runs, &DataArray::noLongerEmpty, this, [&] { seen += 'f'; });
+        double level = 0.0;
+        QString expected;
+        for (int run = 0; run < 4; ++run) {
+            Cells cells;
+            for (int i = below(90); i > 0; --i) {
+                level = round % 2 == 0 ? level + below(2) : below(20);
+                cells.append(below(run == 0 ? 2 : 60) == 0 ? NaN : level * 0.1);
+            }
+            bool const wasEmpty = !singles.hasValidValues();
+            for (double const cell : cells)
+                singles.append(cell);
+            expected += cells.isEmpty() ? "" : QString("r%1c").arg(runs.dataSize());
+            expected += wasEmpty && singles.hasValidValues() ? "f" : "";
+            runs.append(cells.constData(), int(cells.size()));
+            QCOMPARE(seen, expected);
+            QCOMPARE(runs.dataSize(), singles.dataSize());
+            for (int i = 0; i < runs.dataSize(); ++i)
+                QVERIFY(runs.getTypedValue(i) == singles.getTypedValue(i)
+                        || runs.getTypedValue(i) != runs.getTypedValue(i));
+            auto const state = [](DataArray const& column) {
+                return QString("%1 %2 %3 %4 %5")
+                    .arg(column.getMean(), 0, 'g', 17)
+                    .arg(column.getMinimum())
+                    .arg(column.getMaximum())
+                    .arg(column.getNrOfValidValues())
+                    .arg(column.isNondecreasing());
+            };
+            QCOMPARE(state(runs), state(singles));
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_DataArray)

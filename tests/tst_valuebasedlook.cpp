@@ -88,8 +88,12 @@ void tst_ValueBasedLook::presenceFollowsTheLastPoint()
     QCOMPARE(changed.size(), 3);
     QCOMPARE(present.size(), 2);
     look->clear();
+    double const run[] = {3.0, 1.0, 3.0};
+    dataSet->append(run, run, 3);
+    QCOMPARE(look->getPresentLookEntries().size(), 2);
+    look->clear();
     QVERIFY(look->getLookEntriesForLegend().isEmpty());
-    QCOMPARE(present.size(), 2);
+    QCOMPARE(present.size(), 4);
 }
 
 void tst_ValueBasedLook::changesAreThoseOfTheValue()

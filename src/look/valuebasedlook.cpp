@@ -25,6 +25,7 @@ ValueBasedLook::ValueBasedLook(XYDataSet* owner, QColor color, E_SYMBOL symbol,
 {
     debugTag.ask();
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("ValueBasedLook"));
+    connect(owner->yData, &DataArray::runAppended, this, &ValueBasedLook::registerRunPresence);
     connect(owner->yData, &DataArray::dataChanged, this,
             &ValueBasedLook::checkAndEmitLastAppearanceChanged);
     connect(this, &Look::lastAppearanceChanged, this,
@@ -40,6 +41,20 @@ void ValueBasedLook::registerLastLookEntryPresence()
 {
     if (lastEntryValid)
         registerLookEntryPresence(lastEntry, true);
+}
+
+/// Each point of a run has been the last one.
+void ValueBasedLook::registerRunPresence(int first, int count)
+{
+    Entry registered;
+    for (int index = first; index < first + count; ++index) {
+        if (index > first && !isChanged(index))
+            continue;
+        Entry const entry = getApplicableLookEntry(index);
+        if (index == first || entry != registered)
+            registerLookEntryPresence(entry, true);
+        registered = entry;
+    }
 }
 
 void ValueBasedLook::addTableEntry(double value, QColor color, E_SYMBOL symbol,

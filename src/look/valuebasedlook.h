@@ -58,6 +58,7 @@ public:
 
 protected Q_SLOTS:
     void registerLastLookEntryPresence();
+    void registerRunPresence(int first, int count);
 
 private:
     int searchRowAtOrBelow(double value) const;

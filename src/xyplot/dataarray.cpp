@@ -66,7 +66,7 @@ void DataArray::append(double value)
 
 void DataArray::afterRawAppend(double value)
 {
-    int const validCountBefore = validCount;
+    int const validCountBefore = statistics.validCount;
     decimationCounter = 0;
     updateTotalMemoryConsumption();
     includeInStatistics(value);
@@ -77,8 +77,40 @@ void DataArray::afterRawAppend(double value)
     }
     Q_EMIT dataChanged();
     // Holes in front do not count, and a column that has lost all its values announces again.
-    if (validCountBefore < 1 && validCount >= 1)
+    if (validCountBefore < 1 && statistics.validCount >= 1)
         Q_EMIT noLongerEmpty();
+}
+
+void DataArray::append(double const* values, int count)
+{
+    if (count <= 0)
+        return;
+    int const validCountBefore = statistics.validCount;
+    int const first = dataSize();
+    appendRunData(values, count);
+    decimationCounter = 0;
+    updateTotalMemoryConsumption();
+    includeRunInStatistics(values, count);
+    nondecreasing = nondecreasing && isRunOrdered(first, count);
+    Q_EMIT runAppended(first, count);
+    Q_EMIT dataChanged();
+    if (validCountBefore < 1 && statistics.validCount >= 1)
+        Q_EMIT noLongerEmpty();
+}
+
+void DataArray::appendRunData(double const* values, int count)
+{
+    for (int i = 0; i < count; ++i)
+        appendData(values[i]);
+}
+
+bool DataArray::isRunOrdered(int first, int count) const
+{
+    for (int index = first; index < first + count; ++index) {
+        if (!isOrderedAt(index, index))
+            return false;
+    }
+    return true;
 }
 
 void DataArray::replace(int index, double value)
@@ -151,21 +183,21 @@ double DataArray::getSecondLastValue() const
 
 double DataArray::getMean() const
 {
-    return validCount == 0 ? NaN : sum / validCount;
+    return statistics.validCount == 0 ? NaN : statistics.sum / statistics.validCount;
 }
 
 double DataArray::getMinimum() const
 {
-    if (!minMaxValid)
+    if (!statistics.minMaxValid)
         determineMinimumMaximum();
-    return minimum;
+    return statistics.minimum;
 }
 
 double DataArray::getMaximum() const
 {
-    if (!minMaxValid)
+    if (!statistics.minMaxValid)
         determineMinimumMaximum();
-    return maximum;
+    return statistics.maximum;
 }
 
 int DataArray::posOf(double value) const
@@ -312,32 +344,24 @@ int DataArray::firstOfRun(int index) const
 
 void DataArray::includeInStatistics(double value)
 {
-    if (equalsDoNotUseValue(value))
-        return;
-    ++validCount;
-    sum += value;
-    if (validCount == 1) {
-        // Whatever the extremes were, their values have all gone.
-        minimum = value;
-        maximum = value;
-        minMaxValid = true;
-    } else if (minMaxValid) { // else the next reader rebuilds them anyway
-        if (value > maximum)
-            maximum = value;
-        if (value <= minimum)
-            minimum = value;
-    }
+    if (!equalsDoNotUseValue(value))
+        statistics.include(value);
+}
+
+void DataArray::includeRunInStatistics(double const* values, int count)
+{
+    includeRun(values, count, [this](double value) { return equalsDoNotUseValue(value); });
 }
 
 void DataArray::removeFromStatistics(double value)
 {
     if (equalsDoNotUseValue(value))
         return;
-    --validCount;
-    sum -= value;
+    --statistics.validCount;
+    statistics.sum -= value;
     // Another cell may hold the same value, but finding out would cost the walk that waits.
-    if (value == minimum || value == maximum)
-        minMaxValid = false;
+    if (value == statistics.minimum || value == statistics.maximum)
+        statistics.minMaxValid = false;
 }
 
 void DataArray::replaceValueInStatistics(double oldValue, double newValue)
@@ -348,35 +372,31 @@ void DataArray::replaceValueInStatistics(double oldValue, double newValue)
 
 void DataArray::resetStatistics()
 {
-    validCount = 0;
-    sum = 0.0;
-    minimum = NaN;
-    maximum = NaN;
-    minMaxValid = true;
+    statistics = Statistics();
 }
 
 void DataArray::determineMinimumMaximum() const
 {
     bool found = false;
-    minimum = NaN;
-    maximum = NaN;
+    statistics.minimum = NaN;
+    statistics.maximum = NaN;
     for (int i = dataSize() - 1; i >= 0; --i) {
         double const value = getValue(i);
         if (equalsDoNotUseValue(value))
             continue;
-        if (!found || value > maximum)
-            maximum = value;
-        if (!found || value < minimum)
-            minimum = value;
+        if (!found || value > statistics.maximum)
+            statistics.maximum = value;
+        if (!found || value < statistics.minimum)
+            statistics.minimum = value;
         found = true;
     }
-    minMaxValid = true;
+    statistics.minMaxValid = true;
 }
 
 void DataArray::determineIsNonDecreasing()
 {
     int const size = dataSize();
-    nondecreasing = validCount >= size;
+    nondecreasing = statistics.validCount >= size;
     for (int i = 1; nondecreasing && i < size; ++i)
         nondecreasing = !(getValue(i) < getValue(i - 1));
 }

@@ -42,6 +42,7 @@ public:
     virtual bool equalsDoNotUseValue(double value) const;
     virtual void clearData() = 0;
     virtual void appendData(double value) = 0;
+    virtual void appendRunData(double const* values, int count);
     virtual void replaceData(int index, double value) = 0;
     virtual void removeData(int startIndex, int count) = 0;
     /// Keeps the cells 0, 2, 4 and so on.
@@ -61,6 +62,11 @@ public:
     bool isReferenceCounted() const { return referenceCounted; }
 
     void append(double value);
+    /**
+     * Appends @p count values, none if it is not above zero, as so many calls for one value would;
+     * but the signals come once, behind the last.
+     */
+    void append(double const* values, int count);
     /// Does not emit noLongerEmpty(), even if this is the first valid value.
     void replace(int index, double value);
     /// Drops @p count cells from the front, or all if there are fewer; a negative count is 0.
@@ -86,8 +92,8 @@ public:
     /// NaN if the column has fewer than two cells.
     double getSecondLastValue() const;
     /// Number of cells that are no holes.
-    int getNrOfValidValues() const { return validCount; }
-    bool hasValidValues() const { return validCount > 0; }
+    int getNrOfValidValues() const { return statistics.validCount; }
+    bool hasValidValues() const { return statistics.validCount > 0; }
     /// Mean of the valid values; NaN if there are none.
     double getMean() const;
     /// Smallest valid value; NaN if there are none. O(1) unless an extreme has left the column.
@@ -141,6 +147,8 @@ public:
     // Statistics leave out whatever equalsDoNotUseValue().
 
     void includeInStatistics(double value);
+    /// The same for each of @p count values, in their order.
+    virtual void includeRunInStatistics(double const* values, int count);
     void removeFromStatistics(double value);
     void replaceValueInStatistics(double oldValue, double newValue);
     void resetStatistics();
@@ -166,12 +174,59 @@ public:
 
 Q_SIGNALS:
     void dataChanged();
+    /// Comes before the dataChanged() of a run, whose cells begin at @p first.
+    void runAppended(int first, int count);
     /// The first valid value has been appended, to a new column or to one that had lost all.
     void noLongerEmpty();
     /// Comes before the dataChanged() of the same change; @p numberOfPoints may be 0.
     void leftShifted(int numberOfPoints);
 
+private:
+    /// Of the valid values, kept up incrementally.
+    struct Statistics
+    {
+        double sum = 0.0;
+        int validCount = 0;
+        mutable double minimum = NaN;
+        mutable double maximum = NaN;
+        mutable bool minMaxValid = true; // false: rebuild the extremes when somebody asks
+
+        void include(double value)
+        {
+            ++validCount;
+            sum += value;
+            if (validCount == 1) {
+                // Whatever the extremes were, their values have all gone.
+                minimum = value;
+                maximum = value;
+                minMaxValid = true;
+            } else if (minMaxValid) { // else the next reader rebuilds them anyway
+                if (value > maximum)
+                    maximum = value;
+                if (value <= minimum)
+                    minimum = value;
+            }
+        }
+    };
+
+    Statistics statistics;
+
 protected:
+    /// Whether each of the cells from @p first on, which are the last, is at or above the one
+    /// before.
+    virtual bool isRunOrdered(int first, int count) const;
+
+    /// includeInStatistics() for many values, @p isHole telling which are left out.
+    template<typename IsHole> void includeRun(double const* values, int count, IsHole const& isHole)
+    {
+        Statistics running = statistics;
+        for (int i = 0; i < count; ++i) {
+            if (!isHole(values[i]))
+                running.include(values[i]);
+        }
+        statistics = running;
+    }
+
     /// For counts and byte figures that are reckoned in 64 bits.
     static int saturatedToInt(qint64 value)
     {
@@ -184,11 +239,6 @@ private:
     int firstOfRun(int index) const;
     int indexOfNearestValueUnsorted(double value) const;
 
-    double sum = 0.0; // kept up incrementally
-    int validCount = 0;
-    mutable double minimum = NaN;
-    mutable double maximum = NaN;
-    mutable bool minMaxValid = true; // false: rebuild the extremes when somebody asks
     int totalPositionsLeftShifted = 0;
     int decimationCounter = 0;
     int decimationFactor = 1; // a power of two

@@ -34,6 +34,7 @@ public:
         summary.reset();
     }
     void appendData(double value) override { store(this->toTyped(value)); }
+    void appendRunData(double const* newValues, int count) override;
     void replaceData(int index, double value) override;
     void removeData(int startIndex, int count) override;
     void removeOddIndexedData() override;
@@ -83,6 +84,9 @@ public:
         return getSummary().firstStepAbove(getCells(), first, last, limit);
     }
 
+protected:
+    bool isRunOrdered(int first, int count) const override;
+
 private:
     void store(T value)
     {
@@ -96,6 +100,31 @@ private:
     QVector<T> values;
     mutable std::unique_ptr<ColumnSummary> summary; // made when first asked for; of double only
 };
+
+template<typename T> void DataArrayTemplate<T>::appendRunData(double const* newValues, int count)
+{
+    qsizetype const sizeBefore = values.size();
+    // Grown by doubling also where runs are short.
+    if (sizeBefore + count > values.capacity())
+        values.reserve(qMax(sizeBefore + count, 2 * values.capacity()));
+    values.resize(sizeBefore + count);
+    T* const cells = values.data() + sizeBefore;
+    for (int i = 0; i < count; ++i)
+        cells[i] = this->toTyped(newValues[i]);
+    if (summary)
+        summary->appended(getCells());
+}
+
+template<typename T> bool DataArrayTemplate<T>::isRunOrdered(int first, int count) const
+{
+    T const* const cells = values.constData();
+    bool ordered = true;
+    for (int i = first; i < first + count; ++i) {
+        T const before = cells[i > 0 ? i - 1 : 0];
+        ordered &= before <= cells[i] && !this->isSentinel(cells[i]);
+    }
+    return ordered;
+}
 
 template<typename T> void DataArrayTemplate<T>::replaceData(int index, double value)
 {

@@ -82,6 +82,12 @@ void XYDataSet::append(double x, double y)
     yData->append(y);
 }
 
+void XYDataSet::append(double const* xs, double const* ys, int count)
+{
+    xData->append(xs, count);
+    yData->append(ys, count);
+}
+
 Bounds XYDataSet::getBounds() const
 {
     Bounds bounds;

@@ -38,6 +38,8 @@ public:
 
     /// One more point. The x column changes first.
     void append(double x, double y);
+    /// @p count more points, the signals of each column coming once.
+    void append(double const* xs, double const* ys, int count);
 
     /// The extent of both columns; not determined in y for a colour bar, nor where no value is
     /// valid.
