@@ -70,11 +70,7 @@ void DataArray::afterRawAppend(double value)
     decimationCounter = 0;
     updateTotalMemoryConsumption();
     includeInStatistics(value);
-    if (nondecreasing) {
-        // The cell is read back, since the storage may have rounded the value.
-        int const lastIndex = dataSize() - 1;
-        nondecreasing = isOrderedAt(lastIndex, lastIndex);
-    }
+    nondecreasing = nondecreasing && isRunOrdered(dataSize() - 1, 1);
     Q_EMIT dataChanged();
     // Holes in front do not count, and a column that has lost all its values announces again.
     if (validCountBefore < 1 && statistics.validCount >= 1)
@@ -104,6 +100,7 @@ void DataArray::appendRunData(double const* values, int count)
         appendData(values[i]);
 }
 
+/// The cells are read back, since the storage may have rounded the values.
 bool DataArray::isRunOrdered(int first, int count) const
 {
     for (int index = first; index < first + count; ++index) {

@@ -4,6 +4,7 @@
 #include "columnsummary.h"
 #include "zelplot_export.h"
 #include <QVector>
+#include <algorithm>
 #include <memory>
 #include <type_traits>
 
@@ -104,13 +105,15 @@ private:
 template<typename T> void DataArrayTemplate<T>::appendRunData(double const* newValues, int count)
 {
     qsizetype const sizeBefore = values.size();
-    // Grown by doubling also where runs are short.
-    if (sizeBefore + count > values.capacity())
-        values.reserve(qMax(sizeBefore + count, 2 * values.capacity()));
     values.resize(sizeBefore + count);
     T* const cells = values.data() + sizeBefore;
-    for (int i = 0; i < count; ++i)
-        cells[i] = this->toTyped(newValues[i]);
+    if (std::is_same_v<T, double> && !this->hasDoNotUseValue) {
+        std::transform(newValues, newValues + count, cells,
+                       [](double value) { return static_cast<T>(value); });
+    } else {
+        for (int i = 0; i < count; ++i)
+            cells[i] = this->toTyped(newValues[i]);
+    }
     if (summary)
         summary->appended(getCells());
 }
