@@ -3,6 +3,7 @@
 #include "monitorwindow.h"
 #include "options.h"
 #include "plotpicture.h"
+#include "testimage.h"
 #include "viewsynchronizationorganizer.h"
 #include "xycanvas.h"
 #include "xydataset.h"
@@ -11,7 +12,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
-#include <QImage>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QProcess>
@@ -22,54 +22,13 @@
 #include <algorithm>
 
 namespace {
-constexpr QRgb autonomous = 0xfff9a825;
-/// What the platform without a screen says of a tool tip.
-constexpr char toolTipWarning[] = "does not support raise()";
-
-/// Pixels of the colour of an autonomous fix.
-int count(QImage const& picture, QRect const& area)
-{
-    QImage const part = picture.copy(area).convertToFormat(QImage::Format_ARGB32);
-    auto const* const pixels = reinterpret_cast<QRgb const*>(part.constBits());
-    return int(std::count(pixels, pixels + area.width() * area.height(), autonomous));
-}
-
-ViewSynchronizationOrganizer* organizer()
-{
-    return ViewSynchronizationOrganizer::getInstance();
-}
+constexpr QRgb autonomous = 0xfff9a825; // the colour of such a fix
 
 void sendMove(XYCanvas* canvas, QPoint pixel)
 {
     QMouseEvent move(QEvent::MouseMove, pixel, QPointF(), Qt::NoButton, {}, {});
     QCoreApplication::sendEvent(canvas, &move);
 }
-
-/// The window after a replay of the cold start.
-struct Replayed
-{
-    Replayed()
-    {
-        LogReader::readFile(EXAMPLE_DATA_DIR "/cold-start-4min.nmea", {}, log);
-        window = std::make_unique<MonitorWindow>(log, 18, eSHOW_UTC, Options::fastestReplay);
-        window->replay();
-        bool const isFed = QTest::qWaitFor([this] { return tells("Epoch 186 of 186"); });
-        window->grab();
-        plots = window->findChildren<XYPlot*>();
-        isReady = isFed && plots.size() == 4;
-    }
-    bool tells(QString const& text) const
-    {
-        auto const labels = window->statusBar()->findChildren<QLabel*>();
-        return std::any_of(labels.cbegin(), labels.cend(),
-                           [&](QLabel const* label) { return label->text().contains(text); });
-    }
-
-    ReceiverLog log;
-    std::unique_ptr<MonitorWindow> window;
-    QList<XYPlot*> plots;
-    bool isReady = false;
-};
 } // namespace
 
 /// Runs the receiver monitor as a user does.
@@ -81,17 +40,13 @@ private Q_SLOTS:
     void wrongCommandLine();
     void snapshotShowsTheLog();
     void snapshotOfOneEpochAndItsReport();
-    void toolBarReachesAllPlotsAndLegendItsOwn();
-    void plotsKeepStepInTheScopeOfTheLastRun();
-    void pictureHasItsSizeAndLeavesTheScreenAlone();
-    void pointUnderTheMouseTellsItsState();
+    void windowAfterAReplay();
 
 protected:
     void deleteObjects() override
     {
-        organizer()->enableScope(ViewSynchronizer::None);
         for (auto const scope : {ViewSynchronizer::FileScope, ViewSynchronizer::ApplicationScope})
-            qDeleteAll(organizer()->getSynchronizers(scope));
+            qDeleteAll(ViewSynchronizationOrganizer::getInstance()->getSynchronizers(scope));
     }
 
 private:
@@ -149,11 +104,11 @@ void tst_ReceiverMonitor::snapshotShowsTheLog()
     // first rows of three bars, left of the legends, its colour comes in exactly two runs.
     int bars = 0;
     for (int y = 1; y < 700; ++y) {
-        if (count(picture, {300, y - 1, 1, 2}) != 1 || count(picture, {300, y, 1, 1}) != 1)
+        if (picture.pixel(300, y) != autonomous || picture.pixel(300, y - 1) == autonomous)
             continue;
         int runs = 0;
         for (int x = 1; x < 550; ++x)
-            runs += count(picture, {x - 1, y, 2, 1}) == 1 && count(picture, {x, y, 1, 1}) == 1;
+            runs += picture.pixel(x, y) == autonomous && picture.pixel(x - 1, y) != autonomous;
         QCOMPARE(runs, 2);
         ++bars;
     }
@@ -165,32 +120,67 @@ void tst_ReceiverMonitor::snapshotOfOneEpochAndItsReport()
     QString const log = write("some.nmea",
                               "$GPGGA,1*00\nhello\n# comment\n$GPGGA,120000.00,4717.11,N,00833.91,"
                               "E,1,08,1.0,500.0,M,48.0,M,,*6A\n");
-    QStringList const arguments{"--size", "300x250", log, "--time"};
-    QCOMPARE(run(arguments + QStringList("utc")), 0);
-    QImage const utc(m_png);
+    QCOMPARE(run({"--size", "300x250", log}), 0);
+    QImage const picture(m_png);
     // The controls, which are not in the picture, would need more.
-    QCOMPARE(utc.size(), QSize(300, 250));
+    QCOMPARE(picture.size(), QSize(300, 250));
     // One epoch gives the margins no extent to measure, yet its bar stands right of the labels.
-    int start = 0;
-    while (start < 300 && count(utc, {start, 0, 1, 250}) < 12)
-        ++start;
-    QVERIFY(start > 50 && start < 300);
-    QCOMPARE(run(arguments + QStringList("gnss")), 0);
-    QVERIFY(QImage(m_png) != utc);
+    QVERIFY(extentOf(picture, autonomous).left() > 50);
     for (QString const line :
          {"epochs shown: 1\nsound sentences: 1\n", "never tells its date",
           "left out, failed checksums: 1\n", "left out, lines that are no sentence: 1\n"})
         QVERIFY2(m_out.contains(line), qPrintable(m_out));
 }
 
-void tst_ReceiverMonitor::toolBarReachesAllPlotsAndLegendItsOwn()
+void tst_ReceiverMonitor::windowAfterAReplay()
 {
-    Replayed replayed;
-    QVERIFY(replayed.isReady);
-    MonitorWindow& window = *replayed.window;
-    QList<XYPlot*> const plots = replayed.plots;
+    ReceiverLog log;
+    LogReader::readFile(EXAMPLE_DATA_DIR "/cold-start-4min.nmea", {}, log);
+    qputenv("XDG_CONFIG_HOME", m_dir.path().toLocal8Bit());
+    auto* const organizer = ViewSynchronizationOrganizer::getInstance();
+    {
+        MonitorWindow former(log, 18, eSHOW_UTC, Options::fastestReplay);
+        former.keepScope();
+        organizer->getEnablementAction(ViewSynchronizer::FileScope)->trigger();
+    }
+    organizer->enableScope(ViewSynchronizer::None);
+    MonitorWindow window(log, 18, eSHOW_UTC, Options::fastestReplay);
+    auto const statusTells = [&](QString const& text) {
+        auto const labels = window.statusBar()->findChildren<QLabel*>();
+        return std::any_of(labels.cbegin(), labels.cend(),
+                           [&](QLabel const* label) { return label->text().contains(text); });
+    };
+    window.replay();
+    QTRY_VERIFY(statusTells("Epoch 186 of 186"));
+    QList<XYPlot*> const plots = window.findChildren<XYPlot*>();
+    QCOMPARE(plots.size(), 4);
+
+    // A picture leaves the screen alone.
+    window.grab();
+    QImage const screen = window.grab().toImage();
+    PictureOptions const options{0, QSize(1234, 567), 30, 4, false, "A title"};
+    QCOMPARE(renderPicture(*plots.at(3), options).size(), QSize(1234, 567));
+    QCOMPARE(window.grab().toImage(), screen);
+
+    // The receiver tracks G28 throughout and uses it from 10:52:29 on.
+    XYCanvas* const tracking = plots.at(3)->getCanvas();
+    for (auto const& [index, told] : {std::pair(10, "G28: tracked, not used\n10:52:0"),
+                                      std::pair(100, "G28: used in the fix\n10:53:3")}) {
+        bool isValid = false;
+        sendMove(tracking,
+                 tracking->convertDataPointToViewport(plots.at(3)->getDataSets().last(), index,
+                                                      isValid, false));
+        QVERIFY2(isValid && QToolTip::text().startsWith(told), qPrintable(QToolTip::text()));
+    }
+
+    // The plots keep step in the scope of the last run.
+    window.keepScope();
+    QCOMPARE(organizer->getCurrentEnabledScope(), ViewSynchronizer::FileScope);
+    double const all = plots.at(0)->getCanvas()->getViewBounds().size(Bounds::Horizontal);
+    plots.at(1)->getCanvas()->zoomInHorizontal();
     for (XYPlot const* const plot : plots)
-        plot->getCanvas()->zoomInHorizontal();
+        QCOMPARE(plot->getCanvas()->getViewBounds().size(Bounds::Horizontal), all / 2);
+    organizer->enableScope(ViewSynchronizer::None);
 
     QMap<QString, QAction*> tools;
     for (QAction* const action : window.findChildren<QAction*>())
@@ -209,7 +199,7 @@ void tst_ReceiverMonitor::toolBarReachesAllPlotsAndLegendItsOwn()
         for (bool const tells : {true, false}) { // the log begins on a Tuesday at 10:52
             tools["Coordinates"]->setChecked(tells);
             sendMove(canvas, {40, 40});
-            QCOMPARE(replayed.tells("211,9"), tells);
+            QCOMPARE(statusTells("211,9"), tells);
         }
     }
     LookLegend* const legend = window.findChildren<LookLegend*>().at(1);
@@ -219,57 +209,7 @@ void tst_ReceiverMonitor::toolBarReachesAllPlotsAndLegendItsOwn()
 
     tools["Restart"]->trigger();
     QTRY_COMPARE(legend->getLook()->getPresentLookEntries().size(), 1);
-    QVERIFY(messages->takeCount(toolTipWarning) > 0);
-}
-
-void tst_ReceiverMonitor::plotsKeepStepInTheScopeOfTheLastRun()
-{
-    qputenv("XDG_CONFIG_HOME", m_dir.path().toLocal8Bit());
-    {
-        Replayed const former;
-        former.window->keepScope();
-        organizer()->getEnablementAction(ViewSynchronizer::FileScope)->trigger();
-    }
-    organizer()->enableScope(ViewSynchronizer::None);
-    Replayed const replayed;
-    replayed.window->keepScope();
-    QCOMPARE(organizer()->getCurrentEnabledScope(), ViewSynchronizer::FileScope);
-    Bounds const all = replayed.plots.at(0)->getCanvas()->getViewBounds();
-    replayed.plots.at(1)->getCanvas()->zoomInHorizontal();
-    for (XYPlot const* const plot : replayed.plots) {
-        Bounds const view = plot->getCanvas()->getViewBounds();
-        QCOMPARE(view.size(Bounds::Horizontal), all.size(Bounds::Horizontal) / 2);
-    }
-}
-
-void tst_ReceiverMonitor::pictureHasItsSizeAndLeavesTheScreenAlone()
-{
-    Replayed replayed;
-    QVERIFY(replayed.isReady);
-    replayed.window->grab();
-    QImage const before = replayed.window->grab().toImage();
-    for (XYPlot* const plot : replayed.plots) {
-        PictureOptions const options{0, QSize(1234, 567), 30, 4, false, "A title"};
-        QCOMPARE(renderPicture(*plot, options).size(), QSize(1234, 567));
-    }
-    QCOMPARE(replayed.window->grab().toImage(), before);
-}
-
-void tst_ReceiverMonitor::pointUnderTheMouseTellsItsState()
-{
-    Replayed replayed;
-    QVERIFY(replayed.isReady);
-    // The receiver tracks G28 throughout and uses it from 10:52:29 on.
-    XYPlot* const tracking = replayed.plots.at(3);
-    for (auto const& [index, told] : {std::pair(10, "G28: tracked, not used\n10:52:0"),
-                                      std::pair(100, "G28: used in the fix\n10:53:3")}) {
-        bool isValid = false;
-        sendMove(tracking->getCanvas(),
-                 tracking->getCanvas()->convertDataPointToViewport(tracking->getDataSets().last(),
-                                                                   index, isValid, false));
-        QVERIFY2(isValid && QToolTip::text().startsWith(told), qPrintable(QToolTip::text()));
-    }
-    QVERIFY(messages->takeCount(toolTipWarning) > 0);
+    QVERIFY(messages->takeCount("does not support raise()") > 0); // a tool tip without a screen
 }
 
 QTEST_MAIN(tst_ReceiverMonitor)

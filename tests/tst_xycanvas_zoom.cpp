@@ -2,7 +2,6 @@
 #include "librarytest.h"
 #include "lineargrid.h"
 
-#include <QPushButton>
 #include <QRubberBand>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -17,7 +16,6 @@ private Q_SLOTS:
     void zoomToStaysInTheData();
     void dragFollowsOnlyAtTheNewestData();
     void bothDirectionsAreOneChange();
-    void buttonsActOnPressAndFollowTheView();
     void scrollBarMovesTheViewAndFollowsIt();
     void rubberBandZooms();
     void handDragsTheContent();
@@ -88,7 +86,6 @@ void tst_XYCanvasZoom::stepsOfZoom()
     };
     QCOMPARE(after("zoomInHorizontal", 0, 100, C::PolicyFull), "25..75 1"); // kept from now on
     QCOMPARE(after("zoomInHorizontal", 60, 100, C::PolicyFollow), "80..100 2"); // that end stays
-    QCOMPARE(after("zoomInHorizontal", 60, 90, C::PolicyFollow), "67.5..82.5 2");
     canvas->setHorizontalZoomLimit(20);
     QCOMPARE(after("zoomInHorizontal", 30, 60, C::PolicyKeep), "35..55 1"); // to the limit
     QCOMPARE(after("zoomOutHorizontal", 35, 55, C::PolicyKeep), "25..65 1");
@@ -105,8 +102,6 @@ void tst_XYCanvasZoom::zoomToStaysInTheData()
     QCOMPARE(state(), "90..100 1");
     canvas->zoomToHorizontal(50, 52);
     QCOMPARE(state(), "46..56 1");
-    canvas->zoomToHorizontal(200, 300);
-    QCOMPARE(state(), "nan..nan 1");
     canvas->zoomToHorizontal(10, NaN);
     QCOMPARE(state(), "nan..nan 1");
     show(20, 40, XYCanvas::PolicyNone);
@@ -141,29 +136,12 @@ void tst_XYCanvasZoom::bothDirectionsAreOneChange()
     QCOMPARE(log.takeBounds(), QStringList({"y policy", "view"}));
 }
 
-void tst_XYCanvasZoom::buttonsActOnPressAndFollowTheView()
-{
-    QPushButton in;
-    QPushButton full;
-    canvas->connectAsZoomInHorizontalButton(&in);
-    canvas->connectAsZoomFullBothButton(&full);
-    canvas->connectAsZoomOutVerticalButton(nullptr); // not a word
-    canvas->setHorizontalZoomLimit(50);
-    in.pressed();
-    QCOMPARE(state(), "25..75 1");
-    QVERIFY(!in.isEnabled()); // at the limit
-    full.pressed();
-    QCOMPARE(state(), "0..100 3");
-    QVERIFY(!full.isEnabled());
-}
-
 void tst_XYCanvasZoom::scrollBarMovesTheViewAndFollowsIt()
 {
     stage->add({0, 90}, {1, 1});
     QScrollBar bar;
     canvas->setHorizontalScrollBar(&bar);
     QVERIFY(!bar.isEnabled());
-    QCOMPARE(bar.maximum(), 0);
     show(50, 75, XYCanvas::PolicyKeep);
     QCOMPARE(QList<int>({bar.maximum(), bar.value(), bar.pageStep(), bar.singleStep()}),
              QList<int>({750000000, 500000000, 250000000, 10000000}));
@@ -175,11 +153,6 @@ void tst_XYCanvasZoom::scrollBarMovesTheViewAndFollowsIt()
     bar.setValue(0);
     QCOMPARE(state(), "0..25 2"); // following ends between the ends only
     bar.setValue(10000000);
-    QCOMPARE(state(), "1..26 1");
-    QScrollBar second;
-    canvas->setHorizontalScrollBar(&second);
-    QVERIFY(messages->tookOnly("Only set horizontal scroll bar once"));
-    bar.setValue(0);
     QCOMPARE(state(), "1..26 1");
 }
 

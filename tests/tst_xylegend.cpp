@@ -2,12 +2,12 @@
 #include "librarytest.h"
 #include "looklegend.h"
 #include "plotstage.h"
+#include "testimage.h"
 #include "xylegend.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QGridLayout>
-#include <QLabel>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QVBoxLayout>
@@ -51,10 +51,8 @@ private:
     std::optional<PlotStage> stage;
 
 private Q_SLOTS:
-    void rowsAndColumns_data();
     void rowsAndColumns();
-    void allAndNone();
-    void rebuildNeverHides();
+    void allAndNoneAndARebuild();
     void burstRebuildsOnce();
     void colorBarsHaveLegends();
     void rebuildWithinASignal();
@@ -64,63 +62,49 @@ private Q_SLOTS:
     void sampleShowsTheLastAppearance();
 };
 
-void tst_XYLegend::rowsAndColumns_data()
-{
-    QTest::addColumn<int>("listed");
-    QTest::addColumn<int>("linesHigh");
-    QTest::addColumn<QString>("places"); // of the last names of the columns
-    QTest::newRow("three, no heading") << 3 << 20 << "2,3";
-    QTest::newRow("four below all and none") << 4 << 20 << "5,3";
-    // 32 rows in 13: two columns of 16 are too high, three come to 10 + 2 rows each.
-    QTest::newRow("remainder makes columns longer") << 30 << 13 << "11,3 11,7 7,11";
-    QTest::newRow("no room: one row a column") << 2 << 0 << "0,3 0,7";
-}
-
 void tst_XYLegend::rowsAndColumns()
 {
-    QFETCH(int, listed);
-    QFETCH(int, linesHigh);
-    QFETCH(QString, places);
-    QList<XYDataSet*> dataSets = addMany(listed);
-    XYLegend legend(&dataSets, true, eLEGEND_RIGHT, nullptr,
-                    linesHigh * QFontMetrics((*stage)->font()).height(), nullptr);
-    auto const* const layout = legend.findChild<QFrame*>()->findChild<QGridLayout*>();
-    QString found;
-    for (int column = 3; column < layout->columnCount(); column += 4) {
-        int row = layout->rowCount() - 1;
-        while (!layout->itemAtPosition(row, column))
-            --row;
-        found += QStringLiteral("%1,%2 ").arg(row).arg(column);
+    // Data sets listed, lines high, and the places of the last names of the columns: no heading;
+    // all and none above; 32 rows in 13, for which two columns of 16 are too high and three come
+    // to 10 + 2 rows each; no room, which makes one row a column.
+    for (auto const& [listed, lines, places] : {std::tuple(3, 20, "2,3 "),
+                                                {4, 20, "5,3 "},
+                                                {30, 13, "11,3 11,7 7,11 "},
+                                                {2, 0, "0,3 0,7 "}}) {
+        QList<XYDataSet*> dataSets = addMany(listed);
+        XYLegend legend(&dataSets, true, eLEGEND_RIGHT, nullptr,
+                        lines * QFontMetrics((*stage)->font()).height(), nullptr);
+        auto const* const layout = legend.findChild<QFrame*>()->findChild<QGridLayout*>();
+        QString found;
+        for (int column = 3; column < layout->columnCount(); column += 4) {
+            int row = layout->rowCount() - 1;
+            while (!layout->itemAtPosition(row, column))
+                --row;
+            found += QStringLiteral("%1,%2 ").arg(row).arg(column);
+        }
+        QCOMPARE(found, places);
     }
-    QCOMPARE(found.trimmed(), places);
 }
 
-void tst_XYLegend::allAndNone()
+void tst_XYLegend::allAndNoneAndARebuild()
 {
     QList<XYDataSet*> const dataSets = addMany(4);
     dataSets.at(2)->visible = false;
-    QSignalSpy const changed(addLegend(), &XYLegend::dataSetVisibilityChanged);
+    XYLegend* const legend = addLegend();
+    QSignalSpy const changed(legend, &XYLegend::dataSetVisibilityChanged);
     QVERIFY(box(0)->isChecked() && !box(2)->isChecked() && !box(0, "All")->isChecked());
     box(2)->click();
     QVERIFY(dataSets.at(2)->visible && box(0, "All")->isChecked());
     box(0, "None")->click();
     QVERIFY(std::none_of(dataSets.begin(), dataSets.end(), [](auto* d) { return d->visible; }));
     QCOMPARE(changed.size(), 5);
-    box(0, "None")->click(); // unticking changes nothing else
-    QVERIFY(!box(0)->isChecked());
     box(0, "All")->click();
     QVERIFY(std::all_of(dataSets.begin(), dataSets.end(), [](auto* d) { return d->visible; }));
-}
-
-void tst_XYLegend::rebuildNeverHides()
-{
-    QList<XYDataSet*> const dataSets = addMany(5);
-    XYLegend* const legend = addLegend();
-    // Data set 2, whose former row another one gets, is listed no more.
-    dataSets.at(2)->yData->reinit();
-    dataSets.at(3)->visible = false;
+    // Data set 1, whose former row another one gets, is listed no more.
+    dataSets.at(1)->yData->reinit();
+    dataSets.at(2)->visible = false;
     legend->update();
-    QVERIFY(dataSets.at(2)->visible && !dataSets.at(3)->visible);
+    QVERIFY(dataSets.at(1)->visible && !dataSets.at(2)->visible);
 }
 
 void tst_XYLegend::burstRebuildsOnce()
@@ -145,13 +129,8 @@ void tst_XYLegend::colorBarsHaveLegends()
     stage->addToPlot("Overall quality");
     XYLegend* const legend = addLegend();
     QCOMPARE(legend->findChildren<LookLegend*>().size(), 2);
-    QVERIFY(legend->getColorBarLegend(bar));
     box(1)->click();
     QVERIFY(!legend->getColorBarLegend(bar));
-    box(1)->click();
-    QVERIFY(legend->getColorBarLegend(bar));
-    legend->update();
-    QVERIFY(legend->findChild<QLabel*>()->text().contains("Datasets"));
 }
 
 void tst_XYLegend::rebuildWithinASignal()
@@ -167,18 +146,7 @@ void tst_XYLegend::rebuildWithinASignal()
     QPointer<QCheckBox> const ofBar = legend->getColorBarLegend(bar)->findChild<QCheckBox*>();
     own->click();
     QVERIFY(own && !legend->isAncestorOf(own) && !legend->isAncestorOf(ofBar));
-    // The one that tells its change stays until all have heard of it.
-    QPointer<QCheckBox> const renewed = legend->getColorBarLegend(bar)->findChild<QCheckBox*>();
-    bool stayed = false;
-    connect(legend->getColorBarLegend(bar), &LookLegend::filterChanged, this, [&] {
-        QCoreApplication::processEvents();
-        stayed = renewed;
-    });
-    renewed->click();
-    QVERIFY(stayed && !legend->isAncestorOf(renewed));
-    box(0, "None")->click();
-    QVERIFY(!(*stage)->getDataSets().last()->visible);
-    QTRY_VERIFY(!own && !ofBar && !renewed);
+    QTRY_VERIFY(!own && !ofBar);
 }
 
 void tst_XYLegend::removalWithinASignal()
@@ -189,12 +157,8 @@ void tst_XYLegend::removalWithinASignal()
         QPointer<XYLegend> const legend = addLegend();
         bool stayed = false;
         connect(legend, &XYLegend::dataSetVisibilityChanged, this, [&] {
-            QEventLoop loop;
-            QTimer timer;
-            connect(&timer, &QTimer::timeout, &stage->plot, &XYPlot::removeLegend);
-            connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit, Qt::QueuedConnection);
-            timer.start(0);
-            loop.exec();
+            QTimer::singleShot(0, &stage->plot, &XYPlot::removeLegend);
+            QTRY_VERIFY(!(*stage)->getLegend()); // and deletes what is due
             stayed = legend;
         });
         if (source == "rebuild")
@@ -214,9 +178,7 @@ void tst_XYLegend::menuHoldsActions()
     XYDataSet* const bar = addBar();
     bar->visible = false;
     XYLegend* const legend = addLegend(eLEGEND_IN_MENU, &menu);
-    QCOMPARE(menu.actions().size(), 1);
     QCOMPARE(menu.actions().first()->text(), QString("Quality"));
-    QVERIFY(!legend->isVisible() && legend->findChildren<LookLegend*>().isEmpty());
     menu.actions().first()->trigger();
     QVERIFY(bar->visible);
     // The first action still decides after a rebuild.
@@ -232,22 +194,22 @@ void tst_XYLegend::placesOfALegend()
     for (int const position : {0, 1, 7}) {
         plot.addLegend(true, E_LEGEND_POSITION(position), nullptr);
         XYLegend const* const legend = plot.getLegend();
-        plot.addLegend(false, eLEGEND_IN_MENU, nullptr);
-        QCOMPARE(plot.getLegend(), legend);
         // Without a place it would come up as a window of its own.
         QCOMPARE(legend->isHidden(), position == 7);
         plot.grab();
         QRect const canvas(plot.getCanvas()->mapTo(&plot, QPoint()), plot.getCanvas()->size());
-        if (position == 0)
-            QVERIFY(legend->y() > canvas.bottom());
-        else if (position == 1)
-            QVERIFY(legend->x() > canvas.right());
+        QCOMPARE(legend->y() > canvas.bottom(), position == 0);
+        QCOMPARE(legend->x() > canvas.right(), position == 1);
         plot.removeLegend();
     }
-    QWidget host;
-    plot.setParentLayoutForLegend(new QVBoxLayout(&host));
+    auto* const layout = new QVBoxLayout;
+    plot.setParentLayoutForLegend(layout);
     plot.addLegend(true, eLEGEND_BOTTOM, nullptr);
-    QCOMPARE(plot.getLegend()->parentWidget(), &host);
+    plot.setLegendVisible(true);
+    QVERIFY(plot.getLegend()->isHidden()); // no window of its own
+    QWidget host;
+    host.setLayout(layout);
+    QVERIFY(!plot.getLegend()->isHidden());
 }
 
 void tst_XYLegend::sampleShowsTheLastAppearance()
@@ -256,21 +218,13 @@ void tst_XYLegend::sampleShowsTheLastAppearance()
     Look* const look = dataSets.at(0)->getLook();
     dataSets.at(0)->append(1.0, 1.0);
     look->changeFromLast(Qt::red, SYMBOL_NONE, Qt::SolidLine, 5);
-    dataSets.at(1)->yData->reinit();
     XYLegend* const legend = addLegend();
-    auto const inked = [&](int index, QRgb color) {
-        QImage const image = legend->createPixmap(index, Qt::white, true).toImage();
-        int count = 0;
-        for (int y = 0; y < image.height(); ++y)
-            count += image.pixel(1, y) == color;
-        return count;
+    auto const linesHigh = [&](int index, QColor color) {
+        return extentOf(legend->createPixmap(index, Qt::white, true).toImage(), color).height();
     };
-    QCOMPARE(inked(0, qRgb(255, 0, 0)), 5);
-    QCOMPARE(inked(1, qRgb(0, 0, 255)), 1);
+    QCOMPARE(linesHigh(0, Qt::red), 5);
     look->setUseDefaultColorInLegend(true);
-    QCOMPARE(inked(0, qRgb(0, 0, 255)), 5);
-    int const width = QFontMetrics(legend->font()).horizontalAdvance("set 0");
-    QCOMPARE(legend->createPixmap(0, Qt::white, true).width(), 19 + width);
+    QCOMPARE(linesHigh(0, Qt::blue), 5);
 }
 
 QTEST_MAIN(tst_XYLegend)

