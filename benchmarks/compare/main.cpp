@@ -67,12 +67,14 @@ double bytesToFill(PlotUnderTest& plot, Points const& points)
 class Comparison
 {
 public:
-    Comparison(Size const& sizeOfIt, OurPlot& ourPlot, TheirPlot& theirPlot, Table& rows)
+    Comparison(Size const& sizeOfIt, OurPlot& ourPlot, TheirPlot& theirPlot, Table& rows,
+               QString& columnsNote)
         : size(sizeOfIt)
         , points(noisyWalk(sizeOfIt.count))
         , ours(ourPlot)
         , theirs(theirPlot)
         , table(rows)
+        , columnsCount(columnsNote)
     {
     }
 
@@ -105,12 +107,13 @@ private:
 
     void compareMemory()
     {
+        ours.startAnew();
         quint32 const columnsBefore = DataArray::getTotalVectorMemoryConsumption();
         Pair const bytes = {bytesToFill(ours, points), bytesToFill(theirs, points)};
         quint32 const columns = DataArray::getTotalVectorMemoryConsumption() - columnsBefore;
         add("memory, x and y", "bytes/point", bytes * (1.0 / size.count), size.bytes);
-        std::fprintf(stderr, "%s points: our columns count %.4g bytes/point themselves\n",
-                     size.name, double(columns) / size.count);
+        columnsCount.append(
+            QString::asprintf(" %.2f at %s", double(columns) / size.count, size.name));
     }
 
     double compareRedraws()
@@ -155,6 +158,7 @@ private:
     OurPlot& ours;
     TheirPlot& theirs;
     Table& table;
+    QString& columnsCount;
 };
 
 void compareMarks(OurPlot& ours, TheirPlot& theirs, Table& table)
@@ -253,11 +257,13 @@ int main(int argc, char** argv)
         return savePictures(ours, theirs, arguments.at(2)) ? 0 : 1;
 
     Table common;
+    QString columnsCount;
     std::vector<double> fullRedraws;
     for (Size const& size : sizes)
-        fullRedraws.push_back(Comparison(size, ours, theirs, common).run());
+        fullRedraws.push_back(Comparison(size, ours, theirs, common, columnsCount).run());
     compareMarks(ours, theirs, common);
     common.print("ours", "theirs");
+    std::printf("\nBytes per point as our columns count them:%s.\n", qPrintable(columnsCount));
 
     Table own;
     own.add({"full redraw at 1e7 points over 1e4",

@@ -4,7 +4,15 @@
 #include "lineargrid.h"
 #include "xycanvas.h"
 
-#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+
+namespace {
+
+/// The y scale finds its size a quarter of a second after data have come.
+constexpr int settlingMs = 500;
+
+} // namespace
 
 OurPlot::OurPlot()
     : plot(false, false, false, nullptr)
@@ -22,7 +30,9 @@ OurPlot::OurPlot()
     startAnew();
     plot.resize(plotSize);
     plot.show();
-    QCoreApplication::processEvents();
+    QEventLoop settling;
+    QTimer::singleShot(settlingMs, &settling, &QEventLoop::quit);
+    settling.exec();
 }
 
 OurPlot::~OurPlot()
