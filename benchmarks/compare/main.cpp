@@ -236,9 +236,11 @@ void printConditions(OurPlot const& ours, TheirPlot const& theirs)
     std::printf("Qt %s, platform %s, window %d x %d; data area ours %d x %d, theirs %d x %d.\n",
                 qVersion(), qPrintable(QGuiApplication::platformName()), plotSize.width(),
                 plotSize.height(), our.width(), our.height(), their.width(), their.height());
-    std::puts("Not equal: our background has no transparency, each layer of theirs has; fonts,\n"
-              "ticks and labels are each one's own; ours joins points at whole pixels, theirs at\n"
-              "fractions of them; our columns keep sum, extremes and order as they grow.\n");
+    std::puts(
+        "Not equal: our background has no transparency, each layer of theirs has; fonts,\n"
+        "ticks and labels are each one's own; ours has scroll bars beside the data;\n"
+        "ours joins points at whole pixels, theirs at fractions of them; our columns keep sum,\n"
+        "extremes and order as they grow.\n");
 }
 
 } // namespace

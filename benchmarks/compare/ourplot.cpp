@@ -4,18 +4,10 @@
 #include "lineargrid.h"
 #include "xycanvas.h"
 
-#include <QEventLoop>
-#include <QTimer>
-
-namespace {
-
-/// The y scale finds its size a quarter of a second after data have come.
-constexpr int settlingMs = 500;
-
-} // namespace
+#include <QCoreApplication>
 
 OurPlot::OurPlot()
-    : plot(false, false, false, nullptr)
+    : plot(true, false, false, nullptr)
 {
     XYCanvas* const canvas = plot.getCanvas();
     for (E_ORIENTATION_TYPE const axis : {eHORIZONTAL, eVERTICAL}) {
@@ -30,9 +22,7 @@ OurPlot::OurPlot()
     startAnew();
     plot.resize(plotSize);
     plot.show();
-    QEventLoop settling;
-    QTimer::singleShot(settlingMs, &settling, &QEventLoop::quit);
-    settling.exec();
+    QCoreApplication::processEvents();
 }
 
 OurPlot::~OurPlot()
