@@ -240,7 +240,7 @@ void printConditions(OurPlot const& ours, TheirPlot const& theirs)
         "Not equal: our background has no transparency, each layer of theirs has; fonts,\n"
         "ticks and labels are each one's own; ours has scroll bars beside the data;\n"
         "ours joins points at whole pixels, theirs at fractions of them; our columns keep sum,\n"
-        "extremes and order as they grow.\n");
+        "extremes and order as they grow.");
 }
 
 } // namespace
@@ -257,6 +257,10 @@ int main(int argc, char** argv)
     printConditions(ours, theirs);
     if (arguments.size() == 3 && arguments.at(1) == QStringLiteral("--pictures"))
         return savePictures(ours, theirs, arguments.at(2)) ? 0 : 1;
+    bool const cpuTime = arguments.contains(QStringLiteral("--cpu-time"));
+    if (cpuTime)
+        countCpuTime();
+    std::printf("Medians of %s time.\n\n", cpuTime ? "CPU" : "wall clock");
 
     Table common;
     QString columnsCount;
