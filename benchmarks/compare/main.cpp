@@ -7,7 +7,8 @@
 
 #include <QApplication>
 #include <cstdio>
-#include <string>
+#include <optional>
+#include <vector>
 
 namespace {
 
@@ -112,8 +113,8 @@ private:
         Pair const bytes = {bytesToFill(ours, points), bytesToFill(theirs, points)};
         quint32 const columns = DataArray::getTotalVectorMemoryConsumption() - columnsBefore;
         add("memory, x and y", "bytes/point", bytes * (1.0 / size.count), size.bytes);
-        columnsCount.append(
-            QString::asprintf(" %.2f at %s", double(columns) / size.count, size.name));
+        columnsCount.append(QString::asprintf("%s %.2f at %s", columnsCount.isEmpty() ? "" : ",",
+                                              double(columns) / size.count, size.name));
     }
 
     double compareRedraws()
