@@ -105,6 +105,10 @@ void tst_ColumnSummary::agreesWithAVisitToEachCell()
                          && found.largestStep == expected.summary.largestStep
                          && found.holes == expected.summary.holes,
                      qPrintable(place));
+            RunSummary const extent = column.extentOf(first, last);
+            QVERIFY2(equal(extent.smallest, found.smallest) && equal(extent.largest, found.largest)
+                         && extent.holes == found.holes,
+                     qPrintable(place));
             QVERIFY2(column.firstHole(first, last) == expected.hole, qPrintable(place));
             QVERIFY2(column.firstValid(first, last) == expected.valid, qPrintable(place));
             QVERIFY2(column.firstStepAbove(first, last, limit) == expected.step, qPrintable(place));

@@ -30,30 +30,43 @@ std::optional<ColumnRuns> ColumnRuns::of(XYDataSet& dataSet, PointLocator const&
     return runs;
 }
 
-int ColumnRuns::endOfRun(int index, int last, int column) const
+std::optional<ColumnRuns::Run> ColumnRuns::runBehind(int index, int last, int column) const
 {
     last = endOfColumn(index, last, column);
     if (last - index < runWorthASearch)
-        return index;
+        return std::nullopt;
     last = cutAtGap(index, last);
-    if (!locator->hasFixedY())
-        last = cutAtHole(index, last);
-    if (looksByValue)
-        last = cutAtValue(index, last);
-    return last;
+    Extent extent;
+    if (locator->hasFixedY())
+        extent.lowest = extent.highest = locator->locate(index).pixel.y();
+    if (!locator->hasFixedY() || looksByValue)
+        last = cutInY(index, last, extent);
+    if (last == index)
+        return std::nullopt;
+    return Run{last, extent};
 }
 
-ColumnRuns::Extent ColumnRuns::extentOf(int first, int last) const
+/// Cuts the run at the first hole or, if it looks by value, drops it unless it is of one value.
+int ColumnRuns::cutInY(int index, int last, Extent& extent) const
 {
-    if (locator->hasFixedY()) {
-        int const y = locator->locate(first).pixel.y();
-        return {y, y};
+    RunSummary summary = ys->extentOf(index + 1, last);
+    if (looksByValue) {
+        double const value = ys->getValue(index);
+        bool const isOneValue
+            = summary.holes == 0 && summary.smallest == value && summary.largest == value;
+        if (!isOneValue)
+            return index;
+    } else if (summary.holes > 0) {
+        last = ys->firstHole(index + 1, last) - 1;
+        summary = ys->extentOf(index + 1, last);
     }
-    // Rounding keeps the order, so the extremes of the data give those of the pixels.
-    RunSummary const summary = ys->summarize(first, last);
-    int const one = locator->rowOf(summary.smallest);
-    int const other = locator->rowOf(summary.largest);
-    return {qMin(one, other), qMax(one, other)};
+    if (!locator->hasFixedY()) {
+        // Rounding keeps the order, so the extremes of the data give those of the pixels.
+        int const one = locator->rowOf(summary.smallest);
+        int const other = locator->rowOf(summary.largest);
+        extent = {qMin(one, other), qMax(one, other)};
+    }
+    return last;
 }
 
 int ColumnRuns::endOfColumn(int index, int last, int column) const
@@ -100,20 +113,6 @@ int ColumnRuns::cutAtGap(int index, int last) const
     if (threshold != threshold || extent <= threshold)
         return last;
     return xs->firstStepAbove(index, last, threshold) - 1;
-}
-
-int ColumnRuns::cutAtHole(int index, int last) const
-{
-    return ys->firstHole(index, last) - 1;
-}
-
-int ColumnRuns::cutAtValue(int index, int last) const
-{
-    if (last <= index)
-        return index;
-    RunSummary const summary = ys->summarize(index, last);
-    bool const isOneValue = summary.smallest == summary.largest && summary.holes == 0;
-    return isOneValue ? last : index;
 }
 
 int ColumnRuns::endOfAppearance(int index, int last) const

@@ -23,18 +23,20 @@ public:
     /// Pixels that a run covers in y, without the offset of parallel lines.
     struct Extent
     {
-        int lowest;
-        int highest;
+        int lowest = 0;
+        int highest = 0;
     };
 
-    /**
-     * The last point up to @p last that the curve reaches from @p index on pixel column @p column,
-     * its own, with every point between valid, linked and of one appearance; @p index if there is
-     * none worth a search.
-     */
-    int endOfRun(int index, int last, int column) const;
-    /// What points @p first to @p last of such a run cover.
-    Extent extentOf(int first, int last) const;
+    /// Points behind one, on its pixel column, each valid, linked and of its appearance.
+    struct Run
+    {
+        int end = 0; ///< the last of them
+        Extent extent;
+    };
+
+    /// The run behind point @p index, on pixel column @p column, up to @p last; none if it is not
+    /// worth a search.
+    std::optional<Run> runBehind(int index, int last, int column) const;
 
     /// The last point up to @p last with the appearance of @p index that shares its column; for
     /// one that a filter leaves out.
@@ -53,8 +55,7 @@ private:
 
     int endOfColumn(int index, int last, int column) const;
     int cutAtGap(int index, int last) const;
-    int cutAtHole(int index, int last) const;
-    int cutAtValue(int index, int last) const;
+    int cutInY(int index, int last, Extent& extent) const;
     int endOfAppearance(int index, int last) const;
 
     Look* look;

@@ -136,6 +136,32 @@ RunSummary ColumnSummary::of(Cells const& cells, int first, int last) const
     return summary;
 }
 
+RunSummary ColumnSummary::extentOf(Cells const& cells, int first, int last) const
+{
+    RunSummary extent;
+    auto const include = [&extent](double low, double high) {
+        if (!(low >= extent.smallest)) // also while that is NaN
+            extent.smallest = low;
+        if (!(high <= extent.largest))
+            extent.largest = high;
+    };
+    auto const join = [&](RunSummary const& node) {
+        extent.holes += node.holes;
+        if (node.smallest == node.smallest)
+            include(node.smallest, node.largest);
+        return true;
+    };
+    find(first, last, join, [&](int index) {
+        double const value = cells.values[index];
+        if (cells.isHole(index))
+            ++extent.holes;
+        else
+            include(value, value);
+        return false;
+    });
+    return extent;
+}
+
 int ColumnSummary::firstHole(Cells const& cells, int first, int last) const
 {
     return find(

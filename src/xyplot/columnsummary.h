@@ -65,6 +65,8 @@ public:
 
     /// Of cells @p first to @p last, which must exist; nothing if there are none.
     RunSummary of(Cells const& cells, int first, int last) const;
+    /// The same without the steps, which takes half the time.
+    RunSummary extentOf(Cells const& cells, int first, int last) const;
     /// The first of cells @p first to @p last that is a hole; @p last + 1 if none is.
     int firstHole(Cells const& cells, int first, int last) const;
     /// The first of them that is no hole.

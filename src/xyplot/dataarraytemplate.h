@@ -69,6 +69,11 @@ public:
     {
         return getSummary().of(getCells(), first, last);
     }
+    /// The same without the steps between them, which takes half the time.
+    RunSummary extentOf(int first, int last) const
+    {
+        return getSummary().extentOf(getCells(), first, last);
+    }
     /// The first of these cells that is a hole, or none; @p last + 1 if there is no such cell.
     int firstHole(int first, int last) const
     {

@@ -119,10 +119,11 @@ int DataSetTracer::passColumn(int index, int last, E_SYMBOL symbol)
     int const x = previous.pixel.x();
     if (symbol != SYMBOL_NONE || (filter && !isFilteredAlikeAt(x)))
         return index;
-    int const end = runs->endOfRun(index, last, x);
-    if (end == index)
+    std::optional<ColumnRuns::Run> const run = runs->runBehind(index, last, x);
+    if (!run)
         return index;
-    ColumnRuns::Extent extent = runs->extentOf(index + 1, end);
+    int const end = run->end;
+    ColumnRuns::Extent extent = run->extent;
     extent.lowest += yOffset;
     extent.highest += yOffset;
     int const y = previous.pixel.y();
