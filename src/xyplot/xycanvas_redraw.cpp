@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -27,6 +28,31 @@ QPixmap pixmapFor(QSize viewport, qreal ratio)
     pixmap.setDevicePixelRatio(ratio);
     return pixmap;
 }
+
+/**
+ * The raster of a pixmap, taken out of it to be painted on and put back at the end: the pixels of
+ * an image are within reach of strokes that do without the painter. Nothing is copied where the
+ * platform keeps pixmaps as images.
+ */
+class PixmapRaster
+{
+public:
+    explicit PixmapRaster(QPixmap& source)
+        : pixmap(source)
+        , image(source.toImage())
+    {
+        // The only reference left: otherwise painting would copy.
+        pixmap = QPixmap();
+    }
+    ~PixmapRaster() { pixmap = QPixmap::fromImage(std::move(image)); }
+    Q_DISABLE_COPY_MOVE(PixmapRaster)
+
+    QImage* get() { return &image; }
+
+private:
+    QPixmap& pixmap;
+    QImage image;
+};
 
 /**
  * The colour bars of one drawing run, painted apart so that they end up above all lines, also those
@@ -124,7 +150,8 @@ QPixmap* XYCanvas::drawBackgroundPixmap()
         // The viewport may end within the last row or column of device pixels.
         if (backgroundPixelRatio != 1.0)
             pixmap->fill(Qt::white);
-        QPainter painter(pixmap.get());
+        PixmapRaster raster(*pixmap);
+        QPainter painter(raster.get());
         usePixels(&painter);
         paintBackground(&painter);
     }
@@ -192,7 +219,8 @@ bool XYCanvas::mustYield(qint64 elapsedMs) const
 void XYCanvas::drawNewPointsOnBackGround()
 {
     if (!needsFullRedraw && backgroundPixmap && !backgroundPixmap->isNull()) {
-        QPainter painter(backgroundPixmap.get());
+        PixmapRaster raster(*backgroundPixmap);
+        QPainter painter(raster.get());
         usePixels(&painter);
         drawDataSets(&painter, false);
     }
