@@ -72,15 +72,23 @@ int ColumnRuns::cutInY(int index, int last, Extent& extent) const
 int ColumnRuns::endOfColumn(int index, int last, int column) const
 {
     last = qMin(endOfAppearance(index, last), xs->dataSize() - 1);
-    // By strides that double, then by halves: the border is near, mostly.
     int inside = index;
     int outside = last + 1;
-    for (qint64 stride = 1; inside + stride < outside; stride *= 2) {
-        if (locator->columnOf(int(inside + stride)) != column) {
-            outside = int(inside + stride);
-            break;
-        }
-        inside = int(inside + stride);
+    auto const isInside = [&](qint64 place) {
+        bool const is = locator->columnOf(int(place)) == column;
+        (is ? inside : outside) = int(place);
+        return is;
+    };
+    // From the length of the run before, by strides that double, then by halves: points come
+    // evenly, mostly, so that the border is near.
+    qint64 const guess = qMin(qint64(index) + lengthBefore, qint64(last));
+    qint64 stride = 1;
+    if (guess == index || isInside(guess)) {
+        while (inside + stride < outside && isInside(inside + stride))
+            stride *= 2;
+    } else {
+        while (outside - stride > inside && !isInside(outside - stride))
+            stride *= 2;
     }
     while (outside - inside > 1) {
         int const middle = inside + (outside - inside) / 2;
@@ -89,6 +97,7 @@ int ColumnRuns::endOfColumn(int index, int last, int column) const
         else
             outside = middle;
     }
+    lengthBefore = inside - index;
     return inside;
 }
 

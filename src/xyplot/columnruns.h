@@ -63,5 +63,6 @@ private:
     double threshold;
     DataArrayTemplate<double> const* xs = nullptr;
     DataArrayTemplate<double> const* ys = nullptr;
+    mutable int lengthBefore = 0; // points behind the first of the column searched last
     bool looksByValue = false; // the appearance changes with each new y
 };
