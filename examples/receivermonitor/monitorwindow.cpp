@@ -133,7 +133,7 @@ void MonitorWindow::synchronizeViews()
               organizer->getApplicationViewSynchronizer()})
             synchronizer->addCanvas(canvas);
     }
-}
+} // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): a child of the window
 
 void MonitorWindow::keepScope()
 {

@@ -291,6 +291,7 @@ QPixmap PlotColumn::picture(QSize size)
     return grab();
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the plots connect to this signature
 void PlotColumn::drawMouseCoords(const QString xLabel, const QString yLabel)
 {
     bool const isOverRows

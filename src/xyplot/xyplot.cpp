@@ -269,7 +269,7 @@ void XYPlot::addDataSet(XYDataSet* dataSet)
         disconnect(dataSet, nullptr, legend, nullptr);
         connect(dataSet, &XYDataSet::lastAppearanceChanged, legend, &XYLegend::updateLater);
     }
-    QTimer::singleShot(redrawDelayMs, this, &XYPlot::redrawCanvas);
+    QTimer::singleShot(redrawDelayMs, this, SLOT(redrawCanvas()));
 }
 
 void XYPlot::removeDataSet(XYDataSet* dataSet)
@@ -351,7 +351,7 @@ void XYPlot::showFullPlot()
     canvas->zoomFull();
 }
 
-void XYPlot::setPlotTitle(QString title)
+void XYPlot::setPlotTitle(QString const& title)
 {
     titleLabel->setText(title);
     showIfNotEmpty(titleLabel, title);
@@ -362,7 +362,7 @@ QString XYPlot::getPlotTitle() const
     return titleLabel->text();
 }
 
-void XYPlot::setAxisTitle(E_ORIENTATION_TYPE orientation, QString title)
+void XYPlot::setAxisTitle(E_ORIENTATION_TYPE orientation, QString const& title)
 {
     if (orientation != eHORIZONTAL) {
         xAxisTitleLabel->setText(title);

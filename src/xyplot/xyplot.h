@@ -88,10 +88,10 @@ public:
 
     // Titles. One that is empty takes no room.
 
-    void setPlotTitle(QString title);
+    void setPlotTitle(QString const& title);
     QString getPlotTitle() const;
     /// Any orientation but eHORIZONTAL sets that of the x axis.
-    void setAxisTitle(E_ORIENTATION_TYPE orientation, QString title);
+    void setAxisTitle(E_ORIENTATION_TYPE orientation, QString const& title);
     /// Any orientation but eVERTICAL gives that of the y axis.
     QString getAxisTitle(E_ORIENTATION_TYPE orientation) const;
     /// Pixels of a line of an axis title, by the render settings in force.
@@ -109,7 +109,7 @@ public:
     void addScale(E_ORIENTATION_TYPE orientation, bool onTop);
     void removeScale(E_ORIENTATION_TYPE orientation);
     /// Plots whose y scales are to have one width; may hold this plot.
-    void setGroupOfPlots(QList<XYPlot*> plots);
+    void setGroupOfPlots(QList<XYPlot*> const& plots);
     /// Pixels that the y scale needs for the labels of all data, whatever is in view, or with
     /// @p includeGroup that of the group which needs most; 0 without a scale.
     int calculateHorizontalScaleWidth(bool includeGroup) const;

@@ -105,8 +105,7 @@ void XYPlot::addXScale(bool onTop)
     xScale->setContentsMargins(canvasFrame->frameWidth(), 0, 0, 0); // to begin with the canvas
     updateVerticalScaleHeight();
     plotGrid->addWidget(xScale, onTop ? xScaleRowAbove : xScaleRowBelow, xScaleColumn);
-    QTimer::singleShot(scaleSetupDelayMs, this,
-                       qOverload<>(&XYPlot::setupYScaleForFixedPositionedDatasets));
+    QTimer::singleShot(scaleSetupDelayMs, this, SLOT(setupYScaleForFixedPositionedDatasets()));
 }
 
 void XYPlot::removeScale(E_ORIENTATION_TYPE orientation)
@@ -130,7 +129,7 @@ void XYPlot::detachScale(XYScale* scale, E_ORIENTATION_TYPE orientation)
         grid->setScale(nullptr);
 }
 
-void XYPlot::setGroupOfPlots(QList<XYPlot*> plots)
+void XYPlot::setGroupOfPlots(QList<XYPlot*> const& plots)
 {
     groupOfPlots = QList<QPointer<XYPlot>>(plots.cbegin(), plots.cend());
 }
