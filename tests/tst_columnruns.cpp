@@ -81,6 +81,7 @@ private Q_SLOTS:
             QTest::addRow("%u", seed) << seed;
     }
     void passingAmountsToVisiting();
+    void derivedColumnIsRead();
 };
 
 void tst_ColumnRuns::passingAmountsToVisiting()
@@ -139,6 +140,26 @@ void tst_ColumnRuns::passingAmountsToVisiting()
         outcomes.append(outcome + sink.drawn);
     }
     QCOMPARE(outcomes.at(1), outcomes.at(0));
+}
+
+/// A column of the application may read otherwise than it stores.
+void tst_ColumnRuns::derivedColumnIsRead()
+{
+    struct HalvedColumn : DataArrayTemplate<double>
+    {
+        double getValue(int index) const override { return DataArrayTemplate::getValue(index) / 2; }
+    };
+    XYDataSet dataSet(new DataArrayTemplate<double>, new HalvedColumn, "halved", Qt::red,
+                      SYMBOL_NONE, Qt::SolidLine, 1);
+    for (int i = 0; i < 20000; ++i)
+        dataSet.append(i, i % 40);
+    TraceSettings settings;
+    settings.dataSet = &dataSet;
+    settings.transform.set(Bounds{0.0, 20000.0, 0.0, 50.0}, 100, 50);
+    RecordingSink sink;
+    VerticalEnvelope envelope;
+    DataSetTracer(settings, envelope, sink).trace(0, 0, 19999, Unlinked);
+    QVERIFY(sink.drawn.contains("50,0-50,20") && !sink.drawn.contains(",39"));
 }
 
 QTEST_MAIN(tst_ColumnRuns)

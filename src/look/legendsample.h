@@ -6,6 +6,9 @@
 class QPainter;
 class QWidget;
 
+/// Milliseconds by which a legend puts off a rebuild, so that a burst of changes leads to one.
+constexpr int legendUpdateDelayMs = 200;
+
 /// The sample of an appearance in a line of a legend.
 struct LegendSample
 {

@@ -16,8 +16,6 @@ namespace {
 
 DebugTag debugTag("LookLegend");
 
-constexpr int updateDelayMs = 200;
-
 /// The tool tips begin with this control character.
 constexpr char16_t toolTipMark = 0x93;
 
@@ -46,7 +44,7 @@ LookLegend::LookLegend(XYDataSet* legendDataSet, QWidget* parent)
         updateLater();
     });
     updateTimer.setSingleShot(true);
-    updateTimer.setInterval(updateDelayMs);
+    updateTimer.setInterval(legendUpdateDelayMs);
     connect(&updateTimer, &QTimer::timeout, this, &LookLegend::update);
     update();
 }

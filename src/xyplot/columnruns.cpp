@@ -12,6 +12,13 @@ namespace {
 /// Points that are visited one by one sooner than searched for.
 constexpr int runWorthASearch = 8;
 
+/// Null for any other, also for one derived from it, whose cells may read otherwise than stored.
+DataArrayTemplate<double> const* denseColumn(DataArray const& column)
+{
+    bool const isDense = typeid(column) == typeid(DataArrayTemplate<double>);
+    return isDense ? static_cast<DataArrayTemplate<double> const*>(&column) : nullptr;
+}
+
 } // namespace
 
 std::optional<ColumnRuns> ColumnRuns::of(XYDataSet& dataSet, PointLocator const& pointLocator,
@@ -19,8 +26,8 @@ std::optional<ColumnRuns> ColumnRuns::of(XYDataSet& dataSet, PointLocator const&
 {
     Look& look = *dataSet.getLook();
     ColumnRuns runs(look, pointLocator, disconnectionThreshold);
-    runs.xs = dynamic_cast<DataArrayTemplate<double> const*>(dataSet.xData);
-    runs.ys = dynamic_cast<DataArrayTemplate<double> const*>(dataSet.yData);
+    runs.xs = denseColumn(*dataSet.xData);
+    runs.ys = denseColumn(*dataSet.yData);
     // A look of the application may change from point to point.
     runs.looksByValue = typeid(look) == typeid(ValueBasedLook);
     bool const isKnownLook = runs.looksByValue || typeid(look) == typeid(Look);

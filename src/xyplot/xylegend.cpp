@@ -25,7 +25,6 @@ namespace {
 
 DebugTag debugTag("XYLegend");
 
-constexpr int updateDelayMs = 200;
 constexpr int layoutSpacing = 20; // pixels
 
 /// Shorter lists are ticked faster by hand.
@@ -72,7 +71,7 @@ XYLegend::XYLegend(QList<XYDataSet*>* plotDataSets, bool withCheckBoxes, E_LEGEN
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("XYLegend"));
     connect(signalMapper, &QSignalMapper::mappedInt, this, &XYLegend::toggled);
     updateTimer.setSingleShot(true);
-    updateTimer.setInterval(updateDelayMs);
+    updateTimer.setInterval(legendUpdateDelayMs);
     connect(&updateTimer, &QTimer::timeout, this, &XYLegend::update);
     if (!isInMenu()) {
         mainLayout = new QBoxLayout(directionOf(position));
