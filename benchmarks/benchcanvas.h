@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lineargrid.h"
+#include "look.h"
 #include "xycanvas.h"
 #include "xydataset.h"
 #include <QImage>
@@ -38,6 +39,7 @@ public:
     void paint();
 
     XYCanvas& getCanvas() { return canvas; }
+    Look& getLook() { return *dataSet.getLook(); }
 
 private:
     QList<XYDataSet*> dataSets;

@@ -21,7 +21,33 @@ void redrawAll(benchmark::State& state)
 }
 BENCHMARK(redrawAll)->Apply(atAllSizes);
 
-/// The same with a hundredth of the points in view.
+/// The same of 100,000 points with a pen of so many pixels.
+void redrawWithPen(benchmark::State& state)
+{
+    BenchCanvas bench(100000);
+    bench.getLook().setDefaultLineThickness(int(state.range(0)));
+    for (auto _ : state) {
+        bench.getCanvas().fullRepaint();
+        bench.paint();
+    }
+}
+BENCHMARK(redrawWithPen)->Arg(1)->Arg(2)->Arg(3)->Arg(5)->Unit(benchmark::kMillisecond);
+
+/// 100,000 symbols of 8 pixels, without a line.
+void redrawSymbols(benchmark::State& state)
+{
+    BenchCanvas bench(100000);
+    bench.getLook().setDefault(Qt::blue, E_SYMBOL(state.range(0)), Qt::NoPen, 1);
+    bench.getLook().setSymbolSize(8);
+    bench.getLook().setSymbolDrawingThreshold(0.0);
+    for (auto _ : state) {
+        bench.getCanvas().fullRepaint();
+        bench.paint();
+    }
+}
+BENCHMARK(redrawSymbols)->DenseRange(SYMBOL_DOT, SYMBOL_DIAMOND)->Unit(benchmark::kMillisecond);
+
+/// The whole picture with a hundredth of the points in view.
 void redrawOnePercent(benchmark::State& state)
 {
     BenchCanvas bench(int(state.range(0)));

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "alignedstrokes.h"
 #include "strokesink.h"
 #include "symbolpainter.h"
-#include "uprightstrokes.h"
 #include <QPainter>
 
 /// Strokes with a painter whose window has y upwards. Window, clip and modes of the painter are set
@@ -12,7 +12,7 @@ class PainterStrokeSink final : public StrokeSink
 public:
     explicit PainterStrokeSink(QPainter& target)
         : painter(target)
-        , uprightStrokes(target)
+        , alignedStrokes(target)
     {
     }
 
@@ -20,11 +20,11 @@ public:
     void setPen(QPen const& pen) override
     {
         painter.setPen(pen);
-        uprightStrokes.setPen(pen);
+        alignedStrokes.setPen(pen);
     }
     void drawLine(QLine line) override
     {
-        if (!uprightStrokes.draw(line))
+        if (!alignedStrokes.draw(line))
             painter.drawLine(line);
     }
     void drawSymbol(QPoint centre, E_SYMBOL symbol, int radius) override
@@ -34,5 +34,5 @@ public:
 
 private:
     QPainter& painter;
-    UprightStrokes uprightStrokes;
+    AlignedStrokes alignedStrokes;
 };

@@ -1,0 +1,50 @@
+#include "plainraster.h"
+
+#include <QImage>
+#include <QPaintEngine>
+#include <QPainter>
+
+namespace {
+
+/// The painter's rasterizer cuts what lies farther out, in ways of its own.
+constexpr int largestExtent = 0x3fff;
+
+/// Whether pixels of the image may be written beside the painter.
+bool isPlain(QImage const& image)
+{
+    // A painted image is shared with no other, so that taking its bits copies nothing.
+    return image.isDetached() && image.width() <= largestExtent && image.height() <= largestExtent
+        && (image.format() == QImage::Format_RGB32
+            || image.format() == QImage::Format_ARGB32_Premultiplied);
+}
+
+bool paintsWholeImage(QPainter const& painter, QRect image)
+{
+    if (!painter.hasClipping())
+        return true;
+    QRegion const clip = painter.clipRegion();
+    return clip.rectCount() == 1
+        && painter.deviceTransform().mapRect(QRectF(clip.boundingRect())).contains(image);
+}
+
+bool paintsPlainly(QPainter const& painter)
+{
+    return painter.paintEngine()->type() == QPaintEngine::Raster
+        && painter.testRenderHint(QPainter::Antialiasing) && painter.opacity() == 1.0
+        && painter.compositionMode() == QPainter::CompositionMode_SourceOver;
+}
+
+} // namespace
+
+PlainRaster::PlainRaster(QPainter const& painter)
+{
+    auto* const image = painter.isActive() ? dynamic_cast<QImage*>(painter.device()) : nullptr;
+    if (!image || !isPlain(*image) || !paintsPlainly(painter)
+        || !paintsWholeImage(painter, image->rect()))
+        return;
+    pixels = reinterpret_cast<QRgb*>(image->bits());
+    width = image->width();
+    height = image->height();
+    stride = image->bytesPerLine() / qsizetype(sizeof(QRgb));
+    transform = painter.deviceTransform();
+}
