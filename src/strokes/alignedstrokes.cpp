@@ -1,7 +1,5 @@
 #include "alignedstrokes.h"
 
-#include <QPainter>
-#include <QPen>
 #include <algorithm>
 #include <cmath>
 
@@ -11,9 +9,6 @@ namespace {
 /// these parts of a pixel no edge ever lies where its arithmetic might round to either side.
 constexpr int partsOfPixel = 8;
 constexpr int opaque = 255;
-
-/// Wider pens are none for curves, and would not fit the arithmetic.
-constexpr int widestPen = 1000;
 
 /// The part of a row of a stroke that lies in one of its columns.
 struct Cover
@@ -55,8 +50,8 @@ int AlignedStrokes::Extent::overlapOf(int pixel) const
     return std::clamp(std::min(end, edge + partsOfPixel) - std::max(begin, edge), 0, partsOfPixel);
 }
 
-AlignedStrokes::AlignedStrokes(QPainter const& painter)
-    : raster(painter)
+AlignedStrokes::AlignedStrokes(PlainRaster const& plainRaster)
+    : raster(plainRaster)
 {
     if (raster.isNull())
         return;
@@ -66,20 +61,15 @@ AlignedStrokes::AlignedStrokes(QPainter const& painter)
     isUsable = transform.type() <= QTransform::TxScale && transform.m22() == -ratio && ratio >= 1.0
         && ratio <= 16.0 && toParts(ratio, unit) && unit % 2 == 0
         && toParts(transform.dx(), originX) && toParts(transform.dy(), originY);
-    if (isUsable)
-        setPen(painter.pen());
 }
 
-void AlignedStrokes::setPen(QPen const& pen)
+void AlignedStrokes::setPen(std::optional<PlainPen> const& pen)
 {
-    double const width = pen.widthF();
-    penFits = isUsable && pen.style() == Qt::SolidLine && width >= 1.0 && width <= widestPen
-        && width == std::floor(width) && !pen.isCosmetic() && pen.capStyle() == Qt::SquareCap
-        && pen.brush().style() == Qt::SolidPattern && pen.color().alphaF() == 1.0F;
+    penFits = isUsable && pen;
     if (!penFits)
         return;
-    color = pen.color().rgb();
-    halfWidth = int(width) * unit / 2;
+    color = pen->color;
+    halfWidth = pen->width * unit / 2;
     isHairline = 2 * halfWidth == partsOfPixel;
     if (isHairline) // which the painter moves to whole pixels
         penFits = originX % partsOfPixel == 0 && originY % partsOfPixel == 0;

@@ -4,15 +4,17 @@
 #include <QRgb>
 #include <QTransform>
 #include <QtGlobal>
+#include <optional>
 
 class QPainter;
+class QPen;
 
 /**
  * The pixels of an image under a painter, for what may be written there without it.
  *
- * Null unless the painter would paint plainly: antialiased, opaque, over the whole of an image of 4
- * opaque or premultiplied bytes a pixel. Valid as long as the painter is active and only its pen
- * and brush change.
+ * Null unless the painter would paint plainly: outlines, antialiased, over the whole of an image of
+ * 4 opaque or premultiplied bytes a pixel. Valid as long as the painter is active and nothing but
+ * its pen changes.
  */
 class ZELPLOT_TEST_EXPORT PlainRaster
 {
@@ -33,6 +35,17 @@ private:
     int height = 0;
     qsizetype stride = 0; // pixels from one row to the next
     QTransform transform;
+};
+
+/// A pen that puts one colour, as those of curves do.
+struct ZELPLOT_TEST_EXPORT PlainPen
+{
+    /// None for a pen that is lucent, patterned, dashed, cosmetic, of a broken width, or without
+    /// square ends.
+    static std::optional<PlainPen> of(QPen const& pen);
+
+    QRgb color;
+    int width; ///< units of the painter, at least 1
 };
 
 /// All four channels times @p part of 255, each rounded to the nearest.

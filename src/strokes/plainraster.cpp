@@ -3,11 +3,16 @@
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QPen>
+#include <cmath>
 
 namespace {
 
 /// The painter's rasterizer cuts what lies farther out, in ways of its own.
 constexpr int largestExtent = 0x3fff;
+
+/// Wider pens are none for curves.
+constexpr int widestPen = 1000;
 
 /// Whether pixels of the image may be written beside the painter.
 bool isPlain(QImage const& image)
@@ -31,6 +36,7 @@ bool paintsPlainly(QPainter const& painter)
 {
     return painter.paintEngine()->type() == QPaintEngine::Raster
         && painter.testRenderHint(QPainter::Antialiasing) && painter.opacity() == 1.0
+        && painter.brush().style() == Qt::NoBrush
         && painter.compositionMode() == QPainter::CompositionMode_SourceOver;
 }
 
@@ -47,4 +53,15 @@ PlainRaster::PlainRaster(QPainter const& painter)
     height = image->height();
     stride = image->bytesPerLine() / qsizetype(sizeof(QRgb));
     transform = painter.deviceTransform();
+}
+
+std::optional<PlainPen> PlainPen::of(QPen const& pen)
+{
+    double const width = pen.widthF();
+    bool const isPlain = pen.style() == Qt::SolidLine && width >= 1.0 && width <= widestPen
+        && width == std::floor(width) && !pen.isCosmetic() && pen.capStyle() == Qt::SquareCap
+        && pen.brush().style() == Qt::SolidPattern && pen.color().alphaF() == 1.0F;
+    if (!isPlain)
+        return std::nullopt;
+    return PlainPen{pen.color().rgb(), int(width)};
 }

@@ -4,10 +4,7 @@
 #include "testexport.h"
 #include <QLine>
 #include <QRgb>
-#include <QtGlobal>
-
-class QPainter;
-class QPen;
+#include <optional>
 
 /**
  * Upright and level antialiased strokes, blended straight into the image that a painter paints on.
@@ -15,19 +12,16 @@ class QPen;
  * A dense curve consists of hundreds of them, and each costs the painter a pass of its rasterizer.
  * The pixels come out as the painter's own, which writes at once, so that strokes of both may take
  * turns. What this class does not know it leaves to the painter.
- *
- * The device and the state of the painter, all but its pen, are looked at once: neither may change
- * during the life of this object, which must end before the painter's work does.
  */
 class ZELPLOT_TEST_EXPORT AlignedStrokes
 {
 public:
-    /// Of use for a painter with y upwards on a plain raster with 1, 1.25, 1.5 and so on device
-    /// pixels to a unit; else draw() fails.
-    explicit AlignedStrokes(QPainter const& painter);
+    /// Of use on a raster with y upwards and 1, 1.25, 1.5 and so on device pixels to a unit; else
+    /// draw() fails. The raster must live longer.
+    explicit AlignedStrokes(PlainRaster const& plainRaster);
 
-    /// To be told of each pen that the painter takes after the construction.
-    void setPen(QPen const& pen);
+    /// To be told of each pen that the painter takes; none if it is no plain one.
+    void setPen(std::optional<PlainPen> const& pen);
 
     /// False, with nothing drawn, where the painter must draw the line. Logical coordinates.
     bool draw(QLine line) const;
@@ -47,7 +41,7 @@ private:
 
     void fill(Extent const& columns, Extent const& rows, bool isUpright) const;
 
-    PlainRaster raster;
+    PlainRaster const& raster;
     bool isUsable = false;
     QRgb color = 0;
     bool penFits = false;

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QRect>
+#include <QRgb>
+#include <array>
+#include <functional>
+#include <vector>
+
+class PlainRaster;
+class QPainter;
+
+/// A small antialiased drawing with an opaque pen, painted once and put in place as often as asked.
+class Stamp
+{
+public:
+    /**
+     * @param extent  device pixels about the origin that the drawing may touch, y downwards
+     * @param penWidth  units
+     * @param ratio  device pixels to a unit
+     * @param draw  paints about the origin, y upwards, with the pen of the painter
+     */
+    Stamp(QRect const& extent, int penWidth, int ratio, std::function<void(QPainter&)> const& draw);
+
+    /// Whether it lies wholly on the raster about @p origin, in device pixels.
+    bool fits(PlainRaster const& raster, QPoint origin) const;
+    /// Puts it where it fits.
+    void put(PlainRaster const& raster, QPoint origin, QRgb penColor);
+
+private:
+    void ink(QRgb penColor);
+
+    /// Pixels blended at once, for which compilers use the vector unit.
+    static constexpr int blockPixels = 4;
+    struct Block
+    {
+        std::array<QRgb, blockPixels> share; // of the pen, premultiplied
+        std::array<QRgb, blockPixels> rest; // what stays of the pixel, the same in all channels
+    };
+    struct Row
+    {
+        QPoint left; // first pixel touched, device pixels from the origin
+        int blocks;
+    };
+
+    QRect place; // of all rows
+    std::vector<Row> rows;
+    std::vector<Block> pixels; // of the rows
+    QRgb color = 0; // of the shares
+};

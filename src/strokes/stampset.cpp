@@ -1,0 +1,108 @@
+#include "stampset.h"
+
+#include "symbolpainter.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <iterator>
+
+namespace {
+
+/// The painter rounds the corners of a stroke to such parts of a pixel.
+constexpr double partsOfCorner = 64.0;
+/// Nearer to the middle between two of them, errors of its arithmetic decide.
+constexpr double indecision = 1e-6;
+
+bool isRoundedAlike(double corner)
+{
+    double const halves = corner * partsOfCorner * 2.0;
+    return std::abs(halves - std::round(halves)) > indecision;
+}
+
+/// With slopes of 1 or arcs, whose corners may be rounded to either side.
+constexpr E_SYMBOL unsteadySymbols[] = {SYMBOL_CROSS, SYMBOL_CIRCLE, SYMBOL_DIAMOND};
+
+} // namespace
+
+StampSet* StampSet::of(int penWidth, int ratio)
+{
+    static std::array<std::array<std::unique_ptr<StampSet>, largestRatio>, widestPen> sets;
+    if (penWidth < 1 || penWidth > widestPen || ratio < 1 || ratio > largestRatio)
+        return nullptr;
+    std::unique_ptr<StampSet>& set = sets[size_t(penWidth - 1)][size_t(ratio - 1)];
+    if (!set) {
+        set = std::make_unique<StampSet>();
+        set->width = penWidth;
+        set->pixelRatio = ratio;
+    }
+    return set.get();
+}
+
+/// Device pixels, y downwards, that a pen on these points (units, y upwards) may touch.
+QRect StampSet::extentAbout(QRect const& points) const
+{
+    int const margin = width + 1;
+    QRect const units = points.adjusted(-margin, -margin, margin, margin);
+    return {QPoint(units.left(), -units.bottom()) * pixelRatio,
+            QPoint(units.right(), -units.top()) * pixelRatio};
+}
+
+/// Whether a stroke looks alike at all places. Lines of one device pixel have no corners to round.
+bool StampSet::isSteady(int rise) const
+{
+    if (isHairline())
+        return true;
+    double const unit = width * pixelRatio / 2.0 / std::hypot(1.0, rise);
+    return isRoundedAlike(unit * (rise - 1)) && isRoundedAlike(unit * (rise + 1));
+}
+
+Stamp* StampSet::stroke(int rise)
+{
+    if (std::abs(rise) > highestRise || !isSteady(rise))
+        return nullptr;
+    std::unique_ptr<Stamp>& stamp = strokes[size_t(rise + highestRise)];
+    if (!stamp) {
+        QPoint const end(1, rise);
+        QRect const points(0, std::min(rise, 0), 2, std::abs(rise) + 1);
+        stamp = std::make_unique<Stamp>(
+            extentAbout(points), width, pixelRatio,
+            [&](QPainter& painter) { painter.drawLine(QPoint(0, 0), end); });
+    }
+    return stamp.get();
+}
+
+std::vector<Stamp>& StampSet::symbol(E_SYMBOL symbol, int radius)
+{
+    bool const isSymbol = symbol >= SYMBOL_DOT && symbol <= SYMBOL_DIAMOND;
+    bool const isUnsteady = !isHairline()
+        && std::find(std::begin(unsteadySymbols), std::end(unsteadySymbols), symbol)
+            != std::end(unsteadySymbols);
+    if (!isSymbol || isUnsteady || radius < 0 || radius > largestRadius)
+        return none;
+    std::vector<Stamp>& stamps = symbols[{symbol, radius}];
+    if (stamps.empty())
+        stamps = makeSymbol(symbol, radius);
+    return stamps;
+}
+
+/// Lines that cross each cover pixels twice, so each is a stamp of its own.
+std::vector<Stamp> StampSet::makeSymbol(E_SYMBOL symbol, int radius) const
+{
+    QPoint const corner(radius, radius);
+    QRect const extent = extentAbout({-corner, corner});
+    std::vector<Stamp> stamps;
+    SymbolLines const lines = linesOfSymbol(symbol);
+    for (SymbolLine const& line : lines) {
+        stamps.emplace_back(extent, width, pixelRatio, [&](QPainter& painter) {
+            painter.drawLine(line.from * radius, line.to * radius);
+        });
+    }
+    if (lines.count == 0) {
+        stamps.emplace_back(extent, width, pixelRatio, [&](QPainter& painter) {
+            paintSymbol(painter, QPoint(0, 0), symbol, radius);
+        });
+    }
+    return stamps;
+}
