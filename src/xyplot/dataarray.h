@@ -42,7 +42,6 @@ public:
     virtual bool equalsDoNotUseValue(double value) const;
     virtual void clearData() = 0;
     virtual void appendData(double value) = 0;
-    virtual void appendRunData(double const* values, int count);
     virtual void replaceData(int index, double value) = 0;
     virtual void removeData(int startIndex, int count) = 0;
     /// Keeps the cells 0, 2, 4 and so on.
@@ -147,8 +146,6 @@ public:
     // Statistics leave out whatever equalsDoNotUseValue().
 
     void includeInStatistics(double value);
-    /// The same for each of @p count values, in their order.
-    virtual void includeRunInStatistics(double const* values, int count);
     void removeFromStatistics(double value);
     void replaceValueInStatistics(double oldValue, double newValue);
     void resetStatistics();
@@ -212,20 +209,33 @@ private:
     Statistics statistics;
 
 protected:
-    /// Whether each of the cells from @p first on, which are the last, is at or above the one
-    /// before.
-    virtual bool isRunOrdered(int first, int count) const;
+    /**
+     * Stores @p value and keeps the books, all but the signals, in one step.
+     *
+     * For storages that can do so cheaper than by the operations above, with the same outcome. One
+     * that can be derived from must see to it that no operation of the column is overridden.
+     *
+     * @return false, with nothing done, if there is no such way
+     */
+    virtual bool appendAtOnce(double) { return false; }
+    /// The same for many values, at least one.
+    virtual bool appendRunAtOnce(double const*, int) { return false; }
 
-    /// includeInStatistics() for many values, @p isHole telling which are left out.
-    template<typename IsHole> void includeRun(double const* values, int count, IsHole const& isHole)
+    /// Keeps the books of a cell just stored, that @p value was offered for.
+    void account(double value, bool isHole, bool isOrdered, int memoryConsumption)
     {
-        Statistics running = statistics;
-        for (int i = 0; i < count; ++i) {
-            if (!isHole(values[i]))
-                running.include(values[i]);
-        }
-        statistics = running;
+        decimationCounter = 0;
+        accountMemory(memoryConsumption);
+        if (!isHole)
+            statistics.include(value);
+        nondecreasing = nondecreasing && isOrdered;
     }
+    /// The same of cells that hold @p values as they are or, for NaN, @p hole, which is NaN if the
+    /// column has no sentinel; @p before is the cell before them, minus infinity if there is none.
+    void accountRun(double const* values, int count, double hole, double before,
+                    int memoryConsumption);
+    /// The signals of one value appended.
+    void announceAppended(int validCountBefore);
 
     /// For counts and byte figures that are reckoned in 64 bits.
     static int saturatedToInt(qint64 value)
@@ -235,6 +245,16 @@ protected:
     }
 
 private:
+    void accountMemory(int memoryConsumption)
+    {
+        // Unsigned, so that a total beyond 32 bits wraps and comes back right when columns go.
+        auto const memory = static_cast<quint32>(memoryConsumption);
+        if (memory == accountedMemory)
+            return;
+        sTotalVectorMemoryConsumption += memory - accountedMemory;
+        accountedMemory = memory;
+    }
+    bool isRunOrdered(int first, int count) const;
     bool isOrderedAt(int index, int lastIndex) const;
     int firstOfRun(int index) const;
     int indexOfNearestValueUnsorted(double value) const;

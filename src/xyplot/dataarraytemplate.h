@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <memory>
 #include <type_traits>
+#include <typeinfo>
 
 /**
  * A column that stores every cell: the one for ordinary measurements.
@@ -35,7 +36,6 @@ public:
         summary.reset();
     }
     void appendData(double value) override { store(this->toTyped(value)); }
-    void appendRunData(double const* newValues, int count) override;
     void replaceData(int index, double value) override;
     void removeData(int startIndex, int count) override;
     void removeOddIndexedData() override;
@@ -53,11 +53,7 @@ public:
 
     T getTypedValue(int index) const override { return values[index]; }
     /// Stores a NaN as NaN, even if the column has a sentinel.
-    void appendTyped(T value) override
-    {
-        store(value);
-        this->afterRawAppend(static_cast<double>(value));
-    }
+    void appendTyped(T value) override;
 
     /**
      * What cells @p first to @p last amount to, which must exist, without a visit to each.
@@ -91,9 +87,13 @@ public:
     }
 
 protected:
-    bool isRunOrdered(int first, int count) const override;
+    bool appendAtOnce(double value) override;
+    bool appendRunAtOnce(double const* newValues, int count) override;
 
 private:
+    /// False if a subclass may have overridden what the column does by itself.
+    bool isOfThisVeryClass() const { return typeid(*this) == typeid(DataArrayTemplate); }
+    void storeAndAccount(T cell, double value);
     void store(T value)
     {
         values.append(value);
@@ -107,31 +107,59 @@ private:
     mutable std::unique_ptr<ColumnSummary> summary; // made when first asked for; of double only
 };
 
-template<typename T> void DataArrayTemplate<T>::appendRunData(double const* newValues, int count)
+template<typename T> void DataArrayTemplate<T>::appendTyped(T value)
 {
-    qsizetype const sizeBefore = values.size();
-    values.resize(sizeBefore + count);
-    T* const cells = values.data() + sizeBefore;
-    if (std::is_same_v<T, double> && !this->hasDoNotUseValue) {
-        std::transform(newValues, newValues + count, cells,
-                       [](double value) { return static_cast<T>(value); });
-    } else {
-        for (int i = 0; i < count; ++i)
-            cells[i] = this->toTyped(newValues[i]);
+    if (!isOfThisVeryClass()) {
+        store(value);
+        this->afterRawAppend(static_cast<double>(value));
+        return;
     }
-    if (summary)
-        summary->appended(getCells());
+    int const validCountBefore = this->getNrOfValidValues();
+    storeAndAccount(value, static_cast<double>(value));
+    this->announceAppended(validCountBefore);
 }
 
-template<typename T> bool DataArrayTemplate<T>::isRunOrdered(int first, int count) const
+template<typename T> bool DataArrayTemplate<T>::appendAtOnce(double value)
 {
-    T const* const cells = values.constData();
-    bool ordered = true;
-    for (int i = first; i < first + count; ++i) {
-        T const before = cells[i > 0 ? i - 1 : 0];
-        ordered &= before <= cells[i] && !this->isSentinel(cells[i]);
+    if (!isOfThisVeryClass())
+        return false;
+    storeAndAccount(this->toTyped(value), value);
+    return true;
+}
+
+template<typename T> void DataArrayTemplate<T>::storeAndAccount(T cell, double value)
+{
+    store(cell);
+    T const* const last = &values.constLast();
+    T const before = values.size() > 1 ? last[-1] : cell; // a first cell follows itself
+    // Of cells as they read: a hole is NaN and so in no order. Each call is bound here, not
+    // virtual.
+    this->account(value, Base::equalsDoNotUseValue(value),
+                  this->toDouble(before) <= this->toDouble(cell),
+                  DataArrayTemplate::getMemoryConsumption());
+}
+
+template<typename T> bool DataArrayTemplate<T>::appendRunAtOnce(double const* newValues, int count)
+{
+    if constexpr (std::is_same_v<T, double>) {
+        if (!isOfThisVeryClass())
+            return false;
+        qsizetype const sizeBefore = values.size();
+        double const before = sizeBefore > 0 ? this->toDouble(values.constLast())
+                                             : -std::numeric_limits<double>::infinity();
+        double const hole = this->hasDoNotUseValue ? this->doNotUseValue : NaN;
+        values.append(typename QVector<T>::const_iterator(newValues),
+                      typename QVector<T>::const_iterator(newValues + count));
+        if (this->hasDoNotUseValue)
+            std::transform(newValues, newValues + count, values.begin() + sizeBefore,
+                           [this](double value) { return this->toTyped(value); });
+        if (summary)
+            summary->appended(getCells());
+        this->accountRun(newValues, count, hole, before, DataArrayTemplate::getMemoryConsumption());
+        return true;
+    } else {
+        return Base::appendRunAtOnce(newValues, count);
     }
-    return ordered;
 }
 
 template<typename T> void DataArrayTemplate<T>::replaceData(int index, double value)
