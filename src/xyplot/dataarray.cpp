@@ -59,13 +59,8 @@ void DataArray::removeReference()
         delete this;
 }
 
-void DataArray::append(double value)
+void DataArray::appendOne(double value)
 {
-    int const validCountBefore = statistics.validCount;
-    if (appendAtOnce(value)) {
-        announceAppended(validCountBefore);
-        return;
-    }
     appendData(value);
     afterRawAppend(value);
 }
@@ -80,29 +75,23 @@ void DataArray::afterRawAppend(double value)
     announceAppended(validCountBefore);
 }
 
-void DataArray::announceAppended(int validCountBefore)
-{
-    Q_EMIT dataChanged();
-    // Holes in front do not count, and a column that has lost all its values announces again.
-    if (validCountBefore < 1 && statistics.validCount >= 1)
-        Q_EMIT noLongerEmpty();
-}
-
 void DataArray::append(double const* values, int count)
 {
-    if (count <= 0)
-        return;
+    if (count > 0)
+        appendRun(values, count);
+}
+
+void DataArray::appendRun(double const* values, int count)
+{
     int const validCountBefore = statistics.validCount;
     int const first = dataSize();
-    if (!appendRunAtOnce(values, count)) {
-        for (int i = 0; i < count; ++i)
-            appendData(values[i]);
-        decimationCounter = 0;
-        updateTotalMemoryConsumption();
-        for (int i = 0; i < count; ++i)
-            includeInStatistics(values[i]);
-        nondecreasing = nondecreasing && isRunOrdered(first, count);
-    }
+    for (int i = 0; i < count; ++i)
+        appendData(values[i]);
+    decimationCounter = 0;
+    updateTotalMemoryConsumption();
+    for (int i = 0; i < count; ++i)
+        includeInStatistics(values[i]);
+    nondecreasing = nondecreasing && isRunOrdered(first, count);
     Q_EMIT runAppended(first, count);
     announceAppended(validCountBefore);
 }

@@ -60,7 +60,7 @@ public:
     void setReferenceCounted(bool counted) { referenceCounted = counted; }
     bool isReferenceCounted() const { return referenceCounted; }
 
-    void append(double value);
+    void append(double value) { appendOne(value); }
     /**
      * Appends @p count values, none if it is not above zero, as so many calls for one value would;
      * but the signals come once, behind the last.
@@ -210,32 +210,37 @@ private:
 
 protected:
     /**
-     * Stores @p value and keeps the books, all but the signals, in one step.
+     * All that append() does, by the operations above.
      *
-     * For storages that can do so cheaper than by the operations above, with the same outcome. One
-     * that can be derived from must see to it that no operation of the column is overridden.
-     *
-     * @return false, with nothing done, if there is no such way
+     * A storage that can do so cheaper overrides it, with the same outcome. One that can be derived
+     * from must see to it that none of these operations is overridden.
      */
-    virtual bool appendAtOnce(double) { return false; }
+    virtual void appendOne(double value);
     /// The same for many values, at least one.
-    virtual bool appendRunAtOnce(double const*, int) { return false; }
+    virtual void appendRun(double const* values, int count);
 
-    /// Keeps the books of a cell just stored, that @p value was offered for.
-    void account(double value, bool isHole, bool isOrdered, int memoryConsumption)
+    /// Keeps the books of a cell just stored, that @p value was offered for; @p staysOrdered tells
+    /// whether the column was and still is sorted.
+    void account(double value, bool isHole, bool staysOrdered, int memoryConsumption)
     {
         decimationCounter = 0;
         accountMemory(memoryConsumption);
         if (!isHole)
             statistics.include(value);
-        nondecreasing = nondecreasing && isOrdered;
+        nondecreasing = staysOrdered;
     }
     /// The same of cells that hold @p values as they are or, for NaN, @p hole, which is NaN if the
     /// column has no sentinel; @p before is the cell before them, minus infinity if there is none.
     void accountRun(double const* values, int count, double hole, double before,
                     int memoryConsumption);
     /// The signals of one value appended.
-    void announceAppended(int validCountBefore);
+    void announceAppended(int validCountBefore)
+    {
+        Q_EMIT dataChanged();
+        // Holes in front do not count, and a column that has lost all its values announces again.
+        if (validCountBefore < 1 && statistics.validCount >= 1)
+            Q_EMIT noLongerEmpty();
+    }
 
     /// For counts and byte figures that are reckoned in 64 bits.
     static int saturatedToInt(qint64 value)

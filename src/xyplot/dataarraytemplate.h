@@ -87,14 +87,21 @@ public:
     }
 
 protected:
-    bool appendAtOnce(double value) override;
-    bool appendRunAtOnce(double const* newValues, int count) override;
+    void appendOne(double value) override;
+    void appendRun(double const* newValues, int count) override;
 
 private:
     /// False if a subclass may have overridden what the column does by itself.
-    bool isOfThisVeryClass() const { return typeid(*this) == typeid(DataArrayTemplate); }
-    void storeAndAccount(T cell, double value);
-    void store(T value)
+    bool isOfThisVeryClass()
+    {
+        if (subclassed == Subclassed::Unknown) {
+            bool const isPlain = typeid(*this) == typeid(DataArrayTemplate);
+            subclassed = isPlain ? Subclassed::No : Subclassed::Yes;
+        }
+        return subclassed == Subclassed::No;
+    }
+    Q_ALWAYS_INLINE void appendCell(T cell, double value);
+    Q_ALWAYS_INLINE void store(T value)
     {
         values.append(value);
         if (summary && values.size() % ColumnSummary::fanOut == 0)
@@ -103,47 +110,52 @@ private:
     ColumnSummary::Cells getCells() const;
     ColumnSummary const& getSummary() const;
 
+    enum class Subclassed : char { Unknown, No, Yes }; // first known with the first append
+
+    Subclassed subclassed = Subclassed::Unknown;
     QVector<T> values;
     mutable std::unique_ptr<ColumnSummary> summary; // made when first asked for; of double only
 };
 
 template<typename T> void DataArrayTemplate<T>::appendTyped(T value)
 {
-    if (!isOfThisVeryClass()) {
+    if (isOfThisVeryClass()) {
+        appendCell(value, static_cast<double>(value));
+    } else {
         store(value);
         this->afterRawAppend(static_cast<double>(value));
-        return;
     }
+}
+
+template<typename T> void DataArrayTemplate<T>::appendOne(double value)
+{
+    if (isOfThisVeryClass())
+        appendCell(this->toTyped(value), value);
+    else
+        Base::appendOne(value);
+}
+
+/// Stores @p cell, that @p value was offered for, without a virtual call.
+template<typename T> void DataArrayTemplate<T>::appendCell(T cell, double value)
+{
     int const validCountBefore = this->getNrOfValidValues();
-    storeAndAccount(value, static_cast<double>(value));
+    T const before = values.isEmpty() ? cell : values.constLast(); // a first cell follows itself
+    bool const staysOrdered = this->isNondecreasing() && before <= cell && !this->isSentinel(before)
+        && !this->isSentinel(cell);
+    store(cell);
+    this->account(value, Base::equalsDoNotUseValue(value), staysOrdered,
+                  DataArrayTemplate::getMemoryConsumption());
     this->announceAppended(validCountBefore);
 }
 
-template<typename T> bool DataArrayTemplate<T>::appendAtOnce(double value)
+template<typename T> void DataArrayTemplate<T>::appendRun(double const* newValues, int count)
 {
-    if (!isOfThisVeryClass())
-        return false;
-    storeAndAccount(this->toTyped(value), value);
-    return true;
-}
-
-template<typename T> void DataArrayTemplate<T>::storeAndAccount(T cell, double value)
-{
-    store(cell);
-    T const* const last = &values.constLast();
-    T const before = values.size() > 1 ? last[-1] : cell; // a first cell follows itself
-    // Of cells as they read: a hole is NaN and so in no order. Each call is bound here, not
-    // virtual.
-    this->account(value, Base::equalsDoNotUseValue(value),
-                  this->toDouble(before) <= this->toDouble(cell),
-                  DataArrayTemplate::getMemoryConsumption());
-}
-
-template<typename T> bool DataArrayTemplate<T>::appendRunAtOnce(double const* newValues, int count)
-{
-    if constexpr (std::is_same_v<T, double>) {
-        if (!isOfThisVeryClass())
-            return false;
+    if constexpr (!std::is_same_v<T, double>) {
+        Base::appendRun(newValues, count); // the cells may be in order where the values are not
+    } else if (!isOfThisVeryClass()) {
+        Base::appendRun(newValues, count);
+    } else {
+        int const validCountBefore = this->getNrOfValidValues();
         qsizetype const sizeBefore = values.size();
         double const before = sizeBefore > 0 ? this->toDouble(values.constLast())
                                              : -std::numeric_limits<double>::infinity();
@@ -156,9 +168,8 @@ template<typename T> bool DataArrayTemplate<T>::appendRunAtOnce(double const* ne
         if (summary)
             summary->appended(getCells());
         this->accountRun(newValues, count, hole, before, DataArrayTemplate::getMemoryConsumption());
-        return true;
-    } else {
-        return Base::appendRunAtOnce(newValues, count);
+        Q_EMIT this->runAppended(static_cast<int>(sizeBefore), count);
+        this->announceAppended(validCountBefore);
     }
 }
 
