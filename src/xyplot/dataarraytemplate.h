@@ -160,11 +160,12 @@ template<typename T> void DataArrayTemplate<T>::appendRun(double const* newValue
         double const before = sizeBefore > 0 ? this->toDouble(values.constLast())
                                              : -std::numeric_limits<double>::infinity();
         double const hole = this->hasDoNotUseValue ? this->doNotUseValue : NaN;
-        values.append(typename QVector<T>::const_iterator(newValues),
-                      typename QVector<T>::const_iterator(newValues + count));
+        values.resize(sizeBefore + count);
         if (this->hasDoNotUseValue)
             std::transform(newValues, newValues + count, values.begin() + sizeBefore,
                            [this](double value) { return this->toTyped(value); });
+        else
+            std::copy(newValues, newValues + count, values.begin() + sizeBefore);
         if (summary)
             summary->appended(getCells());
         this->accountRun(newValues, count, hole, before, DataArrayTemplate::getMemoryConsumption());
