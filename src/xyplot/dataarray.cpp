@@ -108,7 +108,7 @@ void DataArray::accountRun(double const* values, int count, double hole, double 
         if (!isHole(values[i]))
             statistics.include(values[i]);
     }
-    // From here on in registers and without branches on the values. The sum depends on the order
+    // From here on in registers and without branches on extremes. The sum depends on the order
     // of its terms, so that a run takes as long as its additions one behind the other.
     Statistics running = statistics;
     for (; i < count; ++i) {
