@@ -4,6 +4,7 @@
 #include "memleaktracer.h"
 #include "rounding.h"
 
+#include <QMetaMethod>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -57,6 +58,12 @@ void DataArray::removeReference()
     --referenceCount;
     if (referenceCount == 0 && referenceCounted)
         delete this;
+}
+
+void DataArray::connectNotify(QMetaMethod const& signal)
+{
+    static QMetaMethod const change = QMetaMethod::fromSignal(&DataArray::dataChanged);
+    changeHeard = changeHeard || signal == change;
 }
 
 void DataArray::appendOne(double value)

@@ -209,6 +209,11 @@ private:
     Statistics statistics;
 
 protected:
+    void connectNotify(QMetaMethod const& signal) override;
+    /// Whether dataChanged() has ever been connected; of use only to a class that is not derived
+    /// from, since an overridden connectNotify() may keep it to itself.
+    bool isChangeHeard() const { return changeHeard; }
+
     /**
      * All that append() does, by the operations above.
      *
@@ -233,10 +238,12 @@ protected:
     /// column has no sentinel; @p before is the cell before them, minus infinity if there is none.
     void accountRun(double const* values, int count, double hole, double before,
                     int memoryConsumption);
-    /// The signals of one value appended.
-    void announceAppended(int validCountBefore)
+    /// The signals of an append; @p isHeard is false if nobody can hear the first of them, which
+    /// costs more to emit than a cell to store.
+    void announceAppended(int validCountBefore, bool isHeard = true)
     {
-        Q_EMIT dataChanged();
+        if (isHeard)
+            Q_EMIT dataChanged();
         // Holes in front do not count, and a column that has lost all its values announces again.
         if (validCountBefore < 1 && statistics.validCount >= 1)
             Q_EMIT noLongerEmpty();
@@ -270,5 +277,6 @@ private:
     quint32 accountedMemory = 0; // share of this column in the process-wide count
     bool nondecreasing = true;
     bool referenceCounted = true;
+    bool changeHeard = false;
     int referenceCount = 0;
 };

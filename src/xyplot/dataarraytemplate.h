@@ -145,7 +145,7 @@ template<typename T> void DataArrayTemplate<T>::appendCell(T cell, double value)
     store(cell);
     this->account(value, Base::equalsDoNotUseValue(value), staysOrdered,
                   DataArrayTemplate::getMemoryConsumption());
-    this->announceAppended(validCountBefore);
+    this->announceAppended(validCountBefore, this->isChangeHeard());
 }
 
 template<typename T> void DataArrayTemplate<T>::appendRun(double const* newValues, int count)
