@@ -4,13 +4,19 @@
 #include "librarytest.h"
 
 #include <climits>
+#include <cmath>
 #include <random>
 
 namespace {
 using Cells = QVector<double>;
 
+/// Derived, so that it appends the general way.
 struct Column : DataArrayTemplate<double>
 {
+    explicit Column(double sentinel)
+        : DataArrayTemplate(sentinel)
+    {
+    }
     explicit Column(Cells const& cells = {})
     {
         for (double const cell : cells)
@@ -31,6 +37,8 @@ private Q_SLOTS:
     void sentinelStandsForTheHole();
     void miscountedReferencesAreTold();
     void runIsAsManySingleOnes();
+    void appendingAtOnceEqualsTheGeneralWay();
+    void overridesAreHeard();
 
 protected:
     void deleteObjects() override { QCOMPARE(DataArray::getTotalVectorMemoryConsumption(), 0U); }
@@ -181,6 +189,107 @@ void tst_DataArray::runIsAsManySingleOnes()
             };
             QCOMPARE(state(runs), state(singles));
         }
+    }
+}
+
+void tst_DataArray::appendingAtOnceEqualsTheGeneralWay()
+{
+    std::mt19937 random(3);
+    auto const below = [&](int limit) { return int(random() % unsigned(limit)); };
+    for (int round = 0; round < 400; ++round) {
+        double const sentinel = round % 3 == 0 ? 5.0 : NaN;
+        DataArrayTemplate<double> atOnce(sentinel);
+        Column general(sentinel);
+        QString seen;
+        QString expected; // run, changed, filled, left shift
+        auto const listen = [this](DataArray& column, QString& signalsSeen) {
+            auto const log
+                = [&signalsSeen](QChar what) { return [=, &signalsSeen] { signalsSeen += what; }; };
+            connect(&column, &DataArray::runAppended, this, log('r'));
+            connect(&column, &DataArray::dataChanged, this, log('c'));
+            connect(&column, &DataArray::noLongerEmpty, this, log('f'));
+            connect(&column, &DataArray::leftShifted, this, log('s'));
+        };
+        double level = -1.0;
+        auto const next = [&] {
+            double const odd[] = {NaN, sentinel, 0.0, -0.0, 1.0 / 0.0, -1.0 / 0.0, level - 1.0};
+            level += 0.1 * below(3);
+            return below(12) < round % 12 ? odd[below(round % 2 == 0 ? 7 : 4)] : level;
+        };
+        for (int step = 0; step < 60; ++step) {
+            if (step == round % 20) { // nobody hears what comes before
+                listen(atOnce, seen);
+                listen(general, expected);
+            }
+            int const act = below(40);
+            Cells cells;
+            for (int i = act == 0 ? below(90) : 1; i > 0; --i)
+                cells.append(next());
+            int const index = atOnce.dataSize() > 0 ? below(atOnce.dataSize()) : -1;
+            auto const change = [&](DataArrayTemplate<double>& column) {
+                quint32 const memoryBefore = DataArray::getTotalVectorMemoryConsumption();
+                if (act == 0) {
+                    column.append(cells.constData(), int(cells.size()));
+                    column.squeeze(); // the room that a run asks for is another
+                } else if (act == 1)
+                    column.leftshift(index + 1);
+                else if (act == 2 && index >= 0)
+                    column.replace(index, cells[0]);
+                else if (act == 3 && index >= 0)
+                    column.replaceData(index, cells[0]); // behind the back of the books
+                else if (act == 4)
+                    column.decimateKeepEven();
+                else if (act == 5)
+                    column.squeeze();
+                else if (act == 6)
+                    column.determineIsNonDecreasing();
+                else if (act == 7)
+                    column.excludeFromTotalMemoryConsumption();
+                else if (act == 8)
+                    column.reinit();
+                else if (act < 12)
+                    column.appendTyped(cells[0]);
+                else
+                    column.append(cells[0]);
+                QString state = QString::asprintf(
+                    "%d %d %d %d %u %.17g", column.dataSize(), column.getNrOfValidValues(),
+                    column.isNondecreasing(), column.getDecimationCounter(),
+                    DataArray::getTotalVectorMemoryConsumption() - memoryBefore, column.getMean());
+                if (act % 4 == 0) // else the extremes stay stale
+                    state += QString::asprintf(" %g %g", column.getMinimum(), column.getMaximum());
+                for (int i = column.dataSize() - 1; i >= 0 && act == 0; --i)
+                    state += QString::asprintf(" %g", column.getTypedValue(i));
+                return state;
+            };
+            QCOMPARE(change(atOnce), change(general));
+            QCOMPARE(seen, expected);
+        }
+        QVERIFY(!seen.isEmpty());
+    }
+}
+
+void tst_DataArray::overridesAreHeard()
+{
+    struct Own : DataArrayTemplate<double>
+    {
+        void appendData(double value) override { DataArrayTemplate::appendData(2.0 * value); }
+        double getValue(int index) const override { return std::abs(getTypedValue(index)); }
+        int dataSize() const override { return qMin(2, DataArrayTemplate::dataSize()); }
+        bool equalsDoNotUseValue(double value) const override { return value == -2.0; }
+        int getMemoryConsumption() const override { return 1000; }
+    };
+    for (bool const asRun : {false, true}) {
+        Own column;
+        Cells const cells = {1.0, -2.0};
+        if (asRun)
+            column.append(cells.constData(), 2);
+        for (int i = 0; !asRun && i < 2; ++i)
+            column.append(cells[i]);
+        column.append(0.5); // stored as a decrease, behind the end
+        QCOMPARE(column.getTypedValue(1), -4.0);
+        QVERIFY(column.isNondecreasing());
+        QCOMPARE(column.getNrOfValidValues(), 2);
+        QCOMPARE(DataArray::getTotalVectorMemoryConsumption(), 1000U);
     }
 }
 

@@ -30,13 +30,6 @@ public:
         return value != value || (hasDoNotUseValue && value == static_cast<double>(doNotUseValue));
     }
 
-    void includeRunInStatistics(double const* values, int count) override
-    {
-        double const hole = hasDoNotUseValue ? static_cast<double>(doNotUseValue) : NaN;
-        this->includeRun(values, count,
-                         [=](double value) { return value != value || value == hole; });
-    }
-
     /// The cell as it is stored; a hole is the sentinel.
     virtual T getTypedValue(int index) const = 0;
     /// append() for a value that is stored as it is.

@@ -4,6 +4,8 @@
 #include "memleaktracer.h"
 #include "rounding.h"
 
+#include <QMetaMethod>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -58,7 +60,13 @@ void DataArray::removeReference()
         delete this;
 }
 
-void DataArray::append(double value)
+void DataArray::connectNotify(QMetaMethod const& signal)
+{
+    static QMetaMethod const change = QMetaMethod::fromSignal(&DataArray::dataChanged);
+    changeHeard = changeHeard || signal == change;
+}
+
+void DataArray::appendOne(double value)
 {
     appendData(value);
     afterRawAppend(value);
@@ -71,33 +79,62 @@ void DataArray::afterRawAppend(double value)
     updateTotalMemoryConsumption();
     includeInStatistics(value);
     nondecreasing = nondecreasing && isRunOrdered(dataSize() - 1, 1);
-    Q_EMIT dataChanged();
-    // Holes in front do not count, and a column that has lost all its values announces again.
-    if (validCountBefore < 1 && statistics.validCount >= 1)
-        Q_EMIT noLongerEmpty();
+    announceAppended(validCountBefore);
 }
 
 void DataArray::append(double const* values, int count)
 {
-    if (count <= 0)
-        return;
-    int const validCountBefore = statistics.validCount;
-    int const first = dataSize();
-    appendRunData(values, count);
-    decimationCounter = 0;
-    updateTotalMemoryConsumption();
-    includeRunInStatistics(values, count);
-    nondecreasing = nondecreasing && isRunOrdered(first, count);
-    Q_EMIT runAppended(first, count);
-    Q_EMIT dataChanged();
-    if (validCountBefore < 1 && statistics.validCount >= 1)
-        Q_EMIT noLongerEmpty();
+    if (count > 0)
+        appendRun(values, count);
 }
 
-void DataArray::appendRunData(double const* values, int count)
+void DataArray::appendRun(double const* values, int count)
 {
+    int const validCountBefore = statistics.validCount;
+    int const first = dataSize();
     for (int i = 0; i < count; ++i)
         appendData(values[i]);
+    decimationCounter = 0;
+    updateTotalMemoryConsumption();
+    for (int i = 0; i < count; ++i)
+        includeInStatistics(values[i]);
+    nondecreasing = nondecreasing && isRunOrdered(first, count);
+    Q_EMIT runAppended(first, count);
+    announceAppended(validCountBefore);
+}
+
+void DataArray::accountRun(double const* values, int count, double hole, double before,
+                           int memoryConsumption)
+{
+    auto const isHole = [hole](double value) { return isNaN(value) || value == hole; };
+    decimationCounter = 0;
+    accountMemory(memoryConsumption);
+    int const validCountBefore = statistics.validCount;
+    int i = 0;
+    for (; i < count && statistics.validCount < 1; ++i) {
+        if (!isHole(values[i]))
+            statistics.include(values[i]);
+    }
+    // From here on in registers and without branches on extremes. The sum depends on the order
+    // of its terms, so that a run takes as long as its additions one behind the other.
+    Statistics running = statistics;
+    for (; i < count; ++i) {
+        double const value = values[i];
+        if (isHole(value))
+            continue;
+        ++running.validCount;
+        running.sum += value;
+        running.minimum = running.minimum < value ? running.minimum : value;
+        running.maximum = value > running.maximum ? value : running.maximum;
+    }
+    bool const keepsExtremes = statistics.minMaxValid && !isNaN(statistics.minimum);
+    if (!keepsExtremes) {
+        running.minimum = statistics.minimum;
+        running.maximum = statistics.maximum;
+    }
+    statistics = running;
+    nondecreasing = nondecreasing && statistics.validCount - validCountBefore == count
+        && before <= values[0] && std::is_sorted(values, values + count);
 }
 
 /// The cells are read back, since the storage may have rounded the values.
@@ -345,11 +382,6 @@ void DataArray::includeInStatistics(double value)
         statistics.include(value);
 }
 
-void DataArray::includeRunInStatistics(double const* values, int count)
-{
-    includeRun(values, count, [this](double value) { return equalsDoNotUseValue(value); });
-}
-
 void DataArray::removeFromStatistics(double value)
 {
     if (equalsDoNotUseValue(value))
@@ -424,10 +456,7 @@ bool DataArray::needsToAddValueAccordingDecimation()
 
 void DataArray::updateTotalMemoryConsumption()
 {
-    // Unsigned, so that a total beyond 32 bits wraps and comes back right when columns go.
-    auto const memory = static_cast<quint32>(getMemoryConsumption());
-    sTotalVectorMemoryConsumption += memory - accountedMemory;
-    accountedMemory = memory;
+    accountMemory(getMemoryConsumption());
 }
 
 void DataArray::excludeFromTotalMemoryConsumption()

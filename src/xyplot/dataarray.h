@@ -42,7 +42,6 @@ public:
     virtual bool equalsDoNotUseValue(double value) const;
     virtual void clearData() = 0;
     virtual void appendData(double value) = 0;
-    virtual void appendRunData(double const* values, int count);
     virtual void replaceData(int index, double value) = 0;
     virtual void removeData(int startIndex, int count) = 0;
     /// Keeps the cells 0, 2, 4 and so on.
@@ -61,7 +60,7 @@ public:
     void setReferenceCounted(bool counted) { referenceCounted = counted; }
     bool isReferenceCounted() const { return referenceCounted; }
 
-    void append(double value);
+    void append(double value) { appendOne(value); }
     /**
      * Appends @p count values, none if it is not above zero, as so many calls for one value would;
      * but the signals come once, behind the last.
@@ -147,8 +146,6 @@ public:
     // Statistics leave out whatever equalsDoNotUseValue().
 
     void includeInStatistics(double value);
-    /// The same for each of @p count values, in their order.
-    virtual void includeRunInStatistics(double const* values, int count);
     void removeFromStatistics(double value);
     void replaceValueInStatistics(double oldValue, double newValue);
     void resetStatistics();
@@ -212,19 +209,44 @@ private:
     Statistics statistics;
 
 protected:
-    /// Whether each of the cells from @p first on, which are the last, is at or above the one
-    /// before.
-    virtual bool isRunOrdered(int first, int count) const;
+    void connectNotify(QMetaMethod const& signal) override;
+    /// Whether dataChanged() has ever been connected; of use only to a class that is not derived
+    /// from, since an overridden connectNotify() may keep it to itself.
+    bool isChangeHeard() const { return changeHeard; }
 
-    /// includeInStatistics() for many values, @p isHole telling which are left out.
-    template<typename IsHole> void includeRun(double const* values, int count, IsHole const& isHole)
+    /**
+     * All that append() does, by the operations above.
+     *
+     * A storage that can do so cheaper overrides it, with the same outcome. One that can be derived
+     * from must see to it that none of these operations is overridden.
+     */
+    virtual void appendOne(double value);
+    /// The same for many values, at least one.
+    virtual void appendRun(double const* values, int count);
+
+    /// Keeps the books of a cell just stored, that @p value was offered for; @p staysOrdered tells
+    /// whether the column was and still is sorted.
+    void account(double value, bool isHole, bool staysOrdered, int memoryConsumption)
     {
-        Statistics running = statistics;
-        for (int i = 0; i < count; ++i) {
-            if (!isHole(values[i]))
-                running.include(values[i]);
-        }
-        statistics = running;
+        decimationCounter = 0;
+        accountMemory(memoryConsumption);
+        if (!isHole)
+            statistics.include(value);
+        nondecreasing = staysOrdered;
+    }
+    /// The same of cells that hold @p values as they are or, for NaN, @p hole, which is NaN if the
+    /// column has no sentinel; @p before is the cell before them, minus infinity if there is none.
+    void accountRun(double const* values, int count, double hole, double before,
+                    int memoryConsumption);
+    /// The signals of an append; @p isHeard is false if nobody can hear the first of them, which
+    /// costs more to emit than a cell to store.
+    void announceAppended(int validCountBefore, bool isHeard = true)
+    {
+        if (isHeard)
+            Q_EMIT dataChanged();
+        // Holes in front do not count, and a column that has lost all its values announces again.
+        if (validCountBefore < 1 && statistics.validCount >= 1)
+            Q_EMIT noLongerEmpty();
     }
 
     /// For counts and byte figures that are reckoned in 64 bits.
@@ -235,6 +257,16 @@ protected:
     }
 
 private:
+    void accountMemory(int memoryConsumption)
+    {
+        // Unsigned, so that a total beyond 32 bits wraps and comes back right when columns go.
+        auto const memory = static_cast<quint32>(memoryConsumption);
+        if (memory == accountedMemory)
+            return;
+        sTotalVectorMemoryConsumption += memory - accountedMemory;
+        accountedMemory = memory;
+    }
+    bool isRunOrdered(int first, int count) const;
     bool isOrderedAt(int index, int lastIndex) const;
     int firstOfRun(int index) const;
     int indexOfNearestValueUnsorted(double value) const;
@@ -245,5 +277,6 @@ private:
     quint32 accountedMemory = 0; // share of this column in the process-wide count
     bool nondecreasing = true;
     bool referenceCounted = true;
+    bool changeHeard = false;
     int referenceCount = 0;
 };

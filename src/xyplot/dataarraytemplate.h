@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <memory>
 #include <type_traits>
+#include <typeinfo>
 
 /**
  * A column that stores every cell: the one for ordinary measurements.
@@ -35,7 +36,6 @@ public:
         summary.reset();
     }
     void appendData(double value) override { store(this->toTyped(value)); }
-    void appendRunData(double const* newValues, int count) override;
     void replaceData(int index, double value) override;
     void removeData(int startIndex, int count) override;
     void removeOddIndexedData() override;
@@ -53,11 +53,7 @@ public:
 
     T getTypedValue(int index) const override { return values[index]; }
     /// Stores a NaN as NaN, even if the column has a sentinel.
-    void appendTyped(T value) override
-    {
-        store(value);
-        this->afterRawAppend(static_cast<double>(value));
-    }
+    void appendTyped(T value) override;
 
     /**
      * What cells @p first to @p last amount to, which must exist, without a visit to each.
@@ -91,10 +87,21 @@ public:
     }
 
 protected:
-    bool isRunOrdered(int first, int count) const override;
+    void appendOne(double value) override;
+    void appendRun(double const* newValues, int count) override;
 
 private:
-    void store(T value)
+    /// False if a subclass may have overridden what the column does by itself.
+    bool isOfThisVeryClass()
+    {
+        if (subclassed == Subclassed::Unknown) {
+            bool const isPlain = typeid(*this) == typeid(DataArrayTemplate);
+            subclassed = isPlain ? Subclassed::No : Subclassed::Yes;
+        }
+        return subclassed == Subclassed::No;
+    }
+    Q_ALWAYS_INLINE void appendCell(T cell, double value);
+    Q_ALWAYS_INLINE void store(T value)
     {
         values.append(value);
         if (summary && values.size() % ColumnSummary::fanOut == 0)
@@ -103,35 +110,68 @@ private:
     ColumnSummary::Cells getCells() const;
     ColumnSummary const& getSummary() const;
 
+    enum class Subclassed : char { Unknown, No, Yes }; // first known with the first append
+
+    Subclassed subclassed = Subclassed::Unknown;
     QVector<T> values;
     mutable std::unique_ptr<ColumnSummary> summary; // made when first asked for; of double only
 };
 
-template<typename T> void DataArrayTemplate<T>::appendRunData(double const* newValues, int count)
+template<typename T> void DataArrayTemplate<T>::appendTyped(T value)
 {
-    qsizetype const sizeBefore = values.size();
-    values.resize(sizeBefore + count);
-    T* const cells = values.data() + sizeBefore;
-    if (std::is_same_v<T, double> && !this->hasDoNotUseValue) {
-        std::transform(newValues, newValues + count, cells,
-                       [](double value) { return static_cast<T>(value); });
+    if (isOfThisVeryClass()) {
+        appendCell(value, static_cast<double>(value));
     } else {
-        for (int i = 0; i < count; ++i)
-            cells[i] = this->toTyped(newValues[i]);
+        store(value);
+        this->afterRawAppend(static_cast<double>(value));
     }
-    if (summary)
-        summary->appended(getCells());
 }
 
-template<typename T> bool DataArrayTemplate<T>::isRunOrdered(int first, int count) const
+template<typename T> void DataArrayTemplate<T>::appendOne(double value)
 {
-    T const* const cells = values.constData();
-    bool ordered = true;
-    for (int i = first; i < first + count; ++i) {
-        T const before = cells[i > 0 ? i - 1 : 0];
-        ordered &= before <= cells[i] && !this->isSentinel(cells[i]);
+    if (isOfThisVeryClass())
+        appendCell(this->toTyped(value), value);
+    else
+        Base::appendOne(value);
+}
+
+/// Stores @p cell, that @p value was offered for, without a virtual call.
+template<typename T> void DataArrayTemplate<T>::appendCell(T cell, double value)
+{
+    int const validCountBefore = this->getNrOfValidValues();
+    T const before = values.isEmpty() ? cell : values.constLast(); // a first cell follows itself
+    bool const staysOrdered = this->isNondecreasing() && before <= cell && !this->isSentinel(before)
+        && !this->isSentinel(cell);
+    store(cell);
+    this->account(value, Base::equalsDoNotUseValue(value), staysOrdered,
+                  DataArrayTemplate::getMemoryConsumption());
+    this->announceAppended(validCountBefore, this->isChangeHeard());
+}
+
+template<typename T> void DataArrayTemplate<T>::appendRun(double const* newValues, int count)
+{
+    if constexpr (!std::is_same_v<T, double>) {
+        Base::appendRun(newValues, count); // the cells may be in order where the values are not
+    } else if (!isOfThisVeryClass()) {
+        Base::appendRun(newValues, count);
+    } else {
+        int const validCountBefore = this->getNrOfValidValues();
+        qsizetype const sizeBefore = values.size();
+        double const before = sizeBefore > 0 ? this->toDouble(values.constLast())
+                                             : -std::numeric_limits<double>::infinity();
+        double const hole = this->hasDoNotUseValue ? this->doNotUseValue : NaN;
+        values.resize(sizeBefore + count);
+        if (this->hasDoNotUseValue)
+            std::transform(newValues, newValues + count, values.begin() + sizeBefore,
+                           [this](double value) { return this->toTyped(value); });
+        else
+            std::copy(newValues, newValues + count, values.begin() + sizeBefore);
+        if (summary)
+            summary->appended(getCells());
+        this->accountRun(newValues, count, hole, before, DataArrayTemplate::getMemoryConsumption());
+        Q_EMIT this->runAppended(static_cast<int>(sizeBefore), count);
+        this->announceAppended(validCountBefore);
     }
-    return ordered;
 }
 
 template<typename T> void DataArrayTemplate<T>::replaceData(int index, double value)
