@@ -21,6 +21,18 @@ void redrawAll(benchmark::State& state)
 }
 BENCHMARK(redrawAll)->Apply(atAllSizes);
 
+/// The same with the points kept for finding the one under the mouse.
+void redrawAllTracked(benchmark::State& state)
+{
+    BenchCanvas bench(int(state.range(0)));
+    bench.getCanvas().setDefaultMouseOverDataTrackingEnabled(true);
+    for (auto _ : state) {
+        bench.getCanvas().fullRepaint();
+        bench.paint();
+    }
+}
+BENCHMARK(redrawAllTracked)->Apply(atAllSizes);
+
 /// The same with a hundredth of the points in view.
 void redrawOnePercent(benchmark::State& state)
 {
@@ -46,6 +58,21 @@ void appendTenAndShow(benchmark::State& state)
     }
 }
 BENCHMARK(appendTenAndShow)->Apply(atAllSizes);
+
+/// The same under a resting mouse that asks for the point beneath it after each.
+void appendTenAndHitTest(benchmark::State& state)
+{
+    BenchCanvas bench(int(state.range(0)));
+    bench.getCanvas().setDefaultMouseOverDataTrackingEnabled(true);
+    bench.getCanvas().fullRepaint();
+    bench.paint();
+    XYCanvas::datahit_t hit;
+    for (auto _ : state) {
+        bench.appendAndDraw(10);
+        benchmark::DoNotOptimize(bench.getCanvas().dataHitTest(400, 300, hit, 10));
+    }
+}
+BENCHMARK(appendTenAndHitTest)->Apply(atAllSizes);
 
 /// A paint without news.
 void paintUnchanged(benchmark::State& state)
