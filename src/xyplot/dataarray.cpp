@@ -112,6 +112,7 @@ bool DataArray::isRunOrdered(int first, int count) const
 
 void DataArray::replace(int index, double value)
 {
+    Q_EMIT aboutToChangeCells();
     double const oldValue = getValue(index);
     replaceData(index, value);
     replaceValueInStatistics(oldValue, value);
@@ -122,6 +123,8 @@ void DataArray::replace(int index, double value)
 void DataArray::leftshift(int count)
 {
     int const dropped = qMax(0, qMin(dataSize(), count));
+    if (dropped > 0)
+        Q_EMIT aboutToChangeCells();
     // Neither extremes nor monotony are looked for anew here, which would cost a walk each time.
     for (int i = 0; i < dropped; ++i)
         removeFromStatistics(getValue(i));
@@ -134,6 +137,7 @@ void DataArray::leftshift(int count)
 
 void DataArray::decimateKeepEven()
 {
+    Q_EMIT aboutToChangeCells();
     int const sizeBefore = dataSize();
     removeOddIndexedData();
     // Rebuilding the sum also clears it of rounding errors. What ascended still does.
@@ -150,6 +154,7 @@ void DataArray::decimateKeepEven()
 
 void DataArray::reinit()
 {
+    Q_EMIT aboutToChangeCells();
     clearData();
     updateTotalMemoryConsumption();
     resetStatistics();
