@@ -3,7 +3,7 @@
 #include "dataarray.h"
 #include "pointlocator.h"
 #include "rounding.h"
-#include "viewportmap.h"
+#include "trackedpoints.h"
 #include "xydataset.h"
 #include "xyplotcommon.h"
 
@@ -117,13 +117,11 @@ bool XYCanvas::dataHitTest(XYDataSet* dataSet, int x, int y, datahit_t& hit, int
 {
     if (!isMouseOverDataTrackingEnabled(dataSet))
         return false;
-    ViewportMap<int>* const map = getViewportMap(dataSet);
-    int column = 0;
-    int row = 0;
-    if (!map->lookupCell(x, y, column, row))
+    QVector<int> const* const drawn = trackedPoints(dataSet).cellAt(x, y);
+    if (!drawn)
         return false;
     NearestPoint point(*dataSet, transform, QPoint(x, y), maximumDistance);
-    point.search(map->getItemVector(column, row));
+    point.search(*drawn);
     if (!point.isFound())
         return false;
     int const index = point.getIndex();
