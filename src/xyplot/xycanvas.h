@@ -311,8 +311,8 @@ public:
     void setDefaultMouseOverDataTrackingEnabled(bool enabled);
     void setMouseOverDataTrackingEnabled(XYDataSet* dataSet, bool enabled);
     bool isMouseOverDataTrackingEnabled(XYDataSet* dataSet);
-    /// The map of drawn points, made on first use; owned here, until the next full redraw. Until
-    /// then, drawing the data set costs a visit to each point.
+    /// The map of drawn points, made on first use; owned here, until the next full redraw. Once it
+    /// was asked for, each run enters its points at once, which costs a visit to each.
     ViewportMap<int>* getViewportMap(XYDataSet* dataSet);
     void clearViewportMaps();
     /**
