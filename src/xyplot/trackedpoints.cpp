@@ -130,7 +130,7 @@ void TrackedPoints::fillColumn(int column)
 void TrackedPoints::enter(Range const& range, int from, int firstColumn, int lastColumn)
 {
     Source const& source = sources[size_t(range.source)];
-    if (!source.xs || !source.ys)
+    if (from > range.last || !source.xs || !source.ys)
         return;
     PointLocator const& locator = source.locator;
     int const height = locator.getViewportHeight();
