@@ -10,26 +10,37 @@ void atAllSizes(benchmark::internal::Benchmark* benchmark)
     benchmark->Unit(benchmark::kMillisecond);
 }
 
-/// The whole picture anew, as after a change of the view.
-void redrawAll(benchmark::State& state)
+void redrawEachTime(benchmark::State& state, BenchCanvas& bench)
 {
-    BenchCanvas bench(int(state.range(0)));
     for (auto _ : state) {
         bench.getCanvas().fullRepaint();
         bench.paint();
     }
 }
+
+/// The whole picture anew, as after a change of the view.
+void redrawAll(benchmark::State& state)
+{
+    BenchCanvas bench(int(state.range(0)));
+    redrawEachTime(state, bench);
+}
 BENCHMARK(redrawAll)->Apply(atAllSizes);
 
-/// The same of 100,000 points with a pen of so many pixels.
+/// The same with the points kept for finding the one under the mouse.
+void redrawAllTracked(benchmark::State& state)
+{
+    BenchCanvas bench(int(state.range(0)));
+    bench.getCanvas().setDefaultMouseOverDataTrackingEnabled(true);
+    redrawEachTime(state, bench);
+}
+BENCHMARK(redrawAllTracked)->Apply(atAllSizes);
+
+/// 100,000 points with a pen of so many pixels.
 void redrawWithPen(benchmark::State& state)
 {
     BenchCanvas bench(100000);
     bench.getLook().setDefaultLineThickness(int(state.range(0)));
-    for (auto _ : state) {
-        bench.getCanvas().fullRepaint();
-        bench.paint();
-    }
+    redrawEachTime(state, bench);
 }
 BENCHMARK(redrawWithPen)->Arg(1)->Arg(2)->Arg(3)->Arg(5)->Unit(benchmark::kMillisecond);
 
@@ -39,11 +50,8 @@ void redrawSymbols(benchmark::State& state)
     BenchCanvas bench(100000);
     bench.getLook().setDefault(Qt::blue, E_SYMBOL(state.range(0)), Qt::NoPen, 1);
     bench.getLook().setSymbolSize(8);
-    bench.getLook().setSymbolDrawingThreshold(0.0);
-    for (auto _ : state) {
-        bench.getCanvas().fullRepaint();
-        bench.paint();
-    }
+    bench.getLook().setSymbolDrawingThreshold(0);
+    redrawEachTime(state, bench);
 }
 BENCHMARK(redrawSymbols)->DenseRange(SYMBOL_DOT, SYMBOL_DIAMOND)->Unit(benchmark::kMillisecond);
 
@@ -55,10 +63,7 @@ void redrawOnePercent(benchmark::State& state)
     view.minX = BenchCanvas::dataExtent * 0.500;
     view.maxX = BenchCanvas::dataExtent * 0.510;
     bench.getCanvas().setViewBounds(view, true);
-    for (auto _ : state) {
-        bench.getCanvas().fullRepaint();
-        bench.paint();
-    }
+    redrawEachTime(state, bench);
 }
 BENCHMARK(redrawOnePercent)->Apply(atAllSizes);
 
@@ -72,6 +77,21 @@ void appendTenAndShow(benchmark::State& state)
     }
 }
 BENCHMARK(appendTenAndShow)->Apply(atAllSizes);
+
+/// The same under a resting mouse that asks for the point beneath it after each.
+void appendTenAndHitTest(benchmark::State& state)
+{
+    BenchCanvas bench(int(state.range(0)));
+    bench.getCanvas().setDefaultMouseOverDataTrackingEnabled(true);
+    bench.getCanvas().fullRepaint();
+    bench.paint();
+    XYCanvas::datahit_t hit;
+    for (auto _ : state) {
+        bench.appendAndDraw(10);
+        benchmark::DoNotOptimize(bench.getCanvas().dataHitTest(400, 300, hit, 10));
+    }
+}
+BENCHMARK(appendTenAndHitTest)->Apply(atAllSizes);
 
 /// A paint without news.
 void paintUnchanged(benchmark::State& state)

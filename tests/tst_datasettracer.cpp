@@ -3,6 +3,7 @@
 #include "lookpen.h"
 #include "objectcounts.h"
 #include "recordingsink.h"
+#include "trackedpoints.h"
 #include "xydataset.h"
 #include "xyplotcommon.h"
 
@@ -183,14 +184,15 @@ void tst_DataSetTracer::pointsAreToldMappedAndMarked()
     auto* const listener = new RecordingListener(&curve.dataSet);
     curve.dataSet.setFilter(new FourthPointFilter(&curve.dataSet));
     curve.dataSet.setDrawListener(listener);
-    ViewportMap<int> map(width, height, 0, width, height); // a cell per pixel
-    curve.settings.map = &map;
+    TrackedPoints tracked(ViewportMap<int>(width, height, 0, width, height)); // a cell per pixel
+    curve.settings.tracked = &tracked;
     curve.look()->setDrawMarkerOnYValueChange(true);
     curve.draw("5,5 0,10 nan 30.25,20 40,40 | 98,49 99,48 98,48 -1,30");
 
     QCOMPARE(curve.sink.drawn, "5,5-0,10; 30,20-31,20; 98,49-99,48; 99,48-98,48; 0,30-98,48");
     QCOMPARE(curve.sink.penChanges, 3); // one a run, one to continue
     QCOMPARE(listener->told, QVector<int>({0, 5, 1, 0, 3, 30, 5, 98, 6, 99, 7, 98, 8, -1}));
+    ViewportMap<int>& map = tracked.filled();
     // Rows count from the top; what is filtered or out of view is not entered.
     QCOMPARE(map.getItemVector(0, 39) + map.getItemVector(98, 0), QVector<int>({1, 5}));
     QCOMPARE(map.getItemVector(40, 9) + map.getItemVector(0, 19), QVector<int>());

@@ -83,10 +83,12 @@ bool AlignedStrokes::draw(QLine line) const
         return false;
     int const width = raster.getWidth();
     int const height = raster.getHeight();
+    qint64 const rightEdge = qint64(width) * partsOfPixel;
+    qint64 const lowerEdge = qint64(height) * partsOfPixel;
     auto const isInside = [&](QPoint point) {
         qint64 const x = originX + qint64(point.x()) * unit;
         qint64 const y = originY - qint64(point.y()) * unit;
-        return x >= 0 && x <= width * partsOfPixel && y >= 0 && y <= height * partsOfPixel;
+        return x >= 0 && x <= rightEdge && y >= 0 && y <= lowerEdge;
     };
     if (!isInside(line.p1()) || !isInside(line.p2()))
         return false;

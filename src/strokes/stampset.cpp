@@ -31,7 +31,7 @@ StampSet* StampSet::of(int penWidth, int ratio)
     static std::array<std::array<std::unique_ptr<StampSet>, largestRatio>, widestPen> sets;
     if (penWidth < 1 || penWidth > widestPen || ratio < 1 || ratio > largestRatio)
         return nullptr;
-    std::unique_ptr<StampSet>& set = sets[size_t(penWidth - 1)][size_t(ratio - 1)];
+    std::unique_ptr<StampSet>& set = sets.at(size_t(penWidth) - 1).at(size_t(ratio) - 1);
     if (!set) {
         set = std::make_unique<StampSet>();
         set->width = penWidth;
@@ -62,7 +62,8 @@ Stamp* StampSet::stroke(int rise)
 {
     if (std::abs(rise) > highestRise || !isSteady(rise))
         return nullptr;
-    std::unique_ptr<Stamp>& stamp = strokes[size_t(rise + highestRise)];
+    int const slot = rise + highestRise;
+    std::unique_ptr<Stamp>& stamp = strokes[size_t(slot)];
     if (!stamp) {
         QPoint const end(1, rise);
         QRect const points(0, std::min(rise, 0), 2, std::abs(rise) + 1);

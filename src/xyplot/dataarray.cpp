@@ -149,6 +149,7 @@ bool DataArray::isRunOrdered(int first, int count) const
 
 void DataArray::replace(int index, double value)
 {
+    Q_EMIT aboutToChangeCells();
     double const oldValue = getValue(index);
     replaceData(index, value);
     replaceValueInStatistics(oldValue, value);
@@ -159,6 +160,8 @@ void DataArray::replace(int index, double value)
 void DataArray::leftshift(int count)
 {
     int const dropped = qMax(0, qMin(dataSize(), count));
+    if (dropped > 0)
+        Q_EMIT aboutToChangeCells();
     // Neither extremes nor monotony are looked for anew here, which would cost a walk each time.
     for (int i = 0; i < dropped; ++i)
         removeFromStatistics(getValue(i));
@@ -171,6 +174,7 @@ void DataArray::leftshift(int count)
 
 void DataArray::decimateKeepEven()
 {
+    Q_EMIT aboutToChangeCells();
     int const sizeBefore = dataSize();
     removeOddIndexedData();
     // Rebuilding the sum also clears it of rounding errors. What ascended still does.
@@ -187,6 +191,7 @@ void DataArray::decimateKeepEven()
 
 void DataArray::reinit()
 {
+    Q_EMIT aboutToChangeCells();
     clearData();
     updateTotalMemoryConsumption();
     resetStatistics();

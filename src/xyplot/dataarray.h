@@ -171,6 +171,8 @@ public:
 
 Q_SIGNALS:
     void dataChanged();
+    /// Cells are about to change or to go, otherwise than by appending; they are still there.
+    void aboutToChangeCells();
     /// Comes before the dataChanged() of a run, whose cells begin at @p first.
     void runAppended(int first, int count);
     /// The first valid value has been appended, to a new column or to one that had lost all.

@@ -5,6 +5,7 @@
 #include "look.h"
 #include "lookpen.h"
 #include "strokesink.h"
+#include "trackedpoints.h"
 #include "viewportmaskfilter.h"
 #include "xydataset.h"
 #include "xydatasetdrawlistener.h"
@@ -50,6 +51,7 @@ TraceResult DataSetTracer::trace(int lineIndex, int first, int last, int isolati
     lineMode = true;
     envelope.clear();
     resumeBefore(first, lineIndex);
+    startTracking(first);
     runs.reset();
     if (mayPassRuns(first, last))
         runs = ColumnRuns::of(*settings.dataSet, locator, settings.disconnectionThreshold);
@@ -67,8 +69,12 @@ TraceResult DataSetTracer::trace(int lineIndex, int first, int last, int isolati
         PlotPoint const point = locateWithOffset(index);
         if (!point.valid || isExcluded(index, point.pixel)) {
             closeAtInvalid(index);
+            if (point.valid)
+                trackUpTo(index - 1);
             if (runs)
                 index = passInvalid(index, last, point);
+            if (point.valid)
+                trackedFrom = index + 1;
             continue;
         }
         if (listener)
@@ -87,6 +93,7 @@ TraceResult DataSetTracer::trace(int lineIndex, int first, int last, int isolati
             index = passColumn(index, last, symbol);
     }
 
+    trackUpTo(last);
     flushEnvelope();
     bool const endDashDue = settings.dataSet->isComplete() && isolation == Unlinked
         && !previousInvalid && previous.zone == 0 && !hidesBehindSymbol(last);
@@ -100,10 +107,32 @@ bool DataSetTracer::mayPassRuns(int first, int last) const
 {
     if (settings.visitsEachPoint || qint64(last) - first < pointsWorthSummaries)
         return false;
-    // Those of the application may look at each point.
+    return hasOwnHooks() && !map && !look.getDrawMarkerOnYValueChange();
+}
+
+/// Those of the application may look at each point.
+bool DataSetTracer::hasOwnHooks() const
+{
     bool const isOwnFilter = !filter || typeid(*filter) == typeid(ViewportMaskFilter);
     bool const isOwnListener = !listener || typeid(*listener) == typeid(ColorBarDrawListener);
-    return isOwnFilter && isOwnListener && !settings.map && !look.getDrawMarkerOnYValueChange();
+    return isOwnFilter && isOwnListener;
+}
+
+/// Leaves it to those who ask for the points to find them again, where that can be done.
+void DataSetTracer::startTracking(int first)
+{
+    if (!settings.tracked)
+        return;
+    trackedFrom = first;
+    defersTracking = hasOwnHooks() && settings.tracked->canDefer(locator);
+    map = defersTracking ? nullptr : &settings.tracked->filled();
+}
+
+/// Notes the points up to @p last, none of which a filter has left out.
+void DataSetTracer::trackUpTo(int last)
+{
+    if (defersTracking && last >= trackedFrom)
+        settings.tracked->defer(trackedFrom, last, locator, yOffset);
 }
 
 /**
@@ -224,8 +253,8 @@ void DataSetTracer::addDataMarker(int index, PlotPoint const& point)
 
 void DataSetTracer::enterAndDrawSymbol(int index, QPoint pixel, E_SYMBOL symbol)
 {
-    if (settings.map)
-        settings.map->addItem(index, pixel.x(), settings.transform.height - 1 - pixel.y());
+    if (map)
+        map->addItem(index, pixel.x(), settings.transform.height - 1 - pixel.y());
     if (symbol != SYMBOL_NONE)
         sink.drawSymbol(pixel, symbol, symbolRadius);
 }

@@ -7,15 +7,16 @@
 #include "testexport.h"
 #include "verticalenvelope.h"
 #include "viewportclip.h"
-#include "viewportmap.h"
 #include <QList>
 #include <QPen>
 #include <optional>
 
 class StrokeSink;
+class TrackedPoints;
 class XYDataSet;
 class XYDataSetDrawListener;
 class XYDataSetFilter;
+template<typename T> class ViewportMap;
 
 /// What one drawing run over a data set reads, gathered before its first point.
 struct TraceSettings
@@ -25,7 +26,7 @@ struct TraceSettings
     double disconnectionThreshold = NaN; ///< data units of x; NaN connects across any distance
     bool symbolsDrawn = true;
     bool suppressBackwardLines = false;
-    ViewportMap<int>* map = nullptr; ///< takes the indices of the points drawn; may be null
+    TrackedPoints* tracked = nullptr; ///< takes the points drawn; may be null
     QList<Marker_t>* dataMarkers = nullptr; ///< takes the markers that the look asks for
     bool visitsEachPoint = false; ///< never passes over runs of points; for tests
 };
@@ -75,6 +76,9 @@ private:
     };
 
     bool mayPassRuns(int first, int last) const;
+    bool hasOwnHooks() const;
+    void startTracking(int first);
+    void trackUpTo(int last);
     int passColumn(int index, int last, E_SYMBOL symbol);
     bool isFilteredAlikeAt(int x) const;
     int passInvalid(int index, int last, PlotPoint const& point) const;
@@ -114,5 +118,8 @@ private:
     bool lineMode = true;
     int isolation = Unlinked;
     std::optional<QPen> savedPen; // of the left point of the next line
+    ViewportMap<int>* map = nullptr; // takes each point while it is drawn
+    bool defersTracking = false;
+    int trackedFrom = 0; // first point that is still to be noted
     std::optional<ColumnRuns> runs; // while points need not be visited one by one
 };

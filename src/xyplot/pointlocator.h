@@ -62,6 +62,16 @@ public:
     bool hasFixedY() const { return fixedY.has_value(); }
     /// Larger x lie further to the right.
     bool isXUpwards() const { return transform.xFactor > 0.0; }
+    /// The first point from @p first to @p last at or to the right of a pixel column, @p last + 1
+    /// if there is none; x must be in order and the points inside the x column.
+    int firstFromColumn(int first, int last, int column) const;
+    /// Whether @p other finds each point, that both know, at the same pixel.
+    bool placesLike(PointLocator const& other) const;
+    /// Points that stand in both columns.
+    int pointCount() const { return qMin(xSize, ySize); }
+    DataArray const* getXColumn() const { return xData; }
+    DataArray const* getYColumn() const { return yData; }
+    int getViewportHeight() const { return transform.height; }
 
 private:
     static void reportOutOfBounds(bool inX, bool inY);

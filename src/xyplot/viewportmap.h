@@ -46,20 +46,20 @@ public:
     }
 
     /// Enters @p item, drawn at (x, y); nothing if that lies outside, even by less than the radius.
-    void addItem(T const& item, int x, int y)
+    void addItem(T const& item, int x, int y) { addItem(item, x, y, 0, columnCount - 1); }
+    /// The same for some columns of cells only.
+    void addItem(T const& item, int x, int y, int firstColumn, int lastColumn)
     {
         int column = 0;
         int row = 0;
         if (!lookupCell(x, y, column, row))
             return;
-        if (itemRadius < 1) {
-            cells[column][row].append(item);
-            return;
-        }
-        int const lastColumn = lastCellWithin(x, width, cellWidth);
+        int const reach = qMax(itemRadius, 0);
+        firstColumn = qMax(firstColumn, qMax(x - reach, 0) / cellWidth);
+        lastColumn = qMin(lastColumn, lastCellWithin(x, width, cellWidth));
+        int const firstRow = qMax(y - reach, 0) / cellHeight;
         int const lastRow = lastCellWithin(y, height, cellHeight);
-        int const firstRow = qMax(y - itemRadius, 0) / cellHeight;
-        for (column = qMax(x - itemRadius, 0) / cellWidth; column <= lastColumn; ++column) {
+        for (column = firstColumn; column <= lastColumn; ++column) {
             for (row = firstRow; row <= lastRow; ++row)
                 cells[column][row].append(item);
         }
@@ -77,6 +77,19 @@ public:
         return true;
     }
 
+    int getColumnCount() const { return columnCount; }
+    /// Leftmost pixel column whose items stand in that column of cells.
+    int firstPixelEntering(int column) const
+    {
+        return int(qMax(qint64(column) * cellWidth - qMax(itemRadius, 0), qint64(0)));
+    }
+    /// The rightmost one; -1 if there is none.
+    int lastPixelEntering(int column) const
+    {
+        qint64 const right = (qint64(column) + 1) * cellWidth - 1 + qMax(itemRadius, 0);
+        return int(qMin(right, qint64(width) - 1));
+    }
+
     /// The items of a cell that exists, in order of entry.
     QVector<T>& getItemVector(int column, int row) { return cells[column][row]; }
 
@@ -90,7 +103,8 @@ private:
     int lastCellWithin(int position, int pixels, int cellSize) const
     {
         int const last = pixels - 1;
-        return (last - position > itemRadius ? position + itemRadius : last) / cellSize;
+        int const reach = qMax(itemRadius, 0);
+        return (last - position > reach ? position + reach : last) / cellSize;
     }
 
     int width;

@@ -5,8 +5,8 @@
 #include "memleaktracer.h"
 #include "pointlocator.h"
 #include "rounding.h"
+#include "trackedpoints.h"
 #include "verticalenvelope.h"
-#include "viewportmap.h"
 #include "xydataset.h"
 
 namespace {

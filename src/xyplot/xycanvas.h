@@ -20,6 +20,7 @@ class QAbstractButton;
 class QMouseEvent;
 class QRubberBand;
 class QScrollBar;
+class TrackedPoints;
 class VerticalEnvelope;
 class XYDataSet;
 struct TraceSettings;
@@ -310,7 +311,8 @@ public:
     void setDefaultMouseOverDataTrackingEnabled(bool enabled);
     void setMouseOverDataTrackingEnabled(XYDataSet* dataSet, bool enabled);
     bool isMouseOverDataTrackingEnabled(XYDataSet* dataSet);
-    /// The map of drawn points, made on first use; owned here, until the next full redraw.
+    /// The map of drawn points, made on first use; owned here, until the next full redraw. Once it
+    /// was asked for, each run enters its points at once, which costs a visit to each.
     ViewportMap<int>* getViewportMap(XYDataSet* dataSet);
     void clearViewportMaps();
     /**
@@ -442,6 +444,7 @@ private:
     void usePixelsUpwards(QPainter* painter) const;
     bool mustYield(qint64 elapsedMs) const;
     TraceSettings traceSettings(XYDataSet* dataSet);
+    TrackedPoints& trackedPoints(XYDataSet* dataSet);
     void drawClosingLine(QPainter* painter, XYDataSet* dataSet);
     void watch(XYDataSet const* dataSet);
     void forget(XYDataSet const* dataSet);
@@ -510,7 +513,7 @@ private:
 
     QHash<XYDataSet*, bool> mouseOverDataTracking;
     bool defaultMouseOverDataTracking = false;
-    QHash<XYDataSet*, ViewportMap<int>*> viewportMaps;
+    QHash<XYDataSet*, TrackedPoints*> viewportMaps; // behind the maps
     datahit_t lastDataHit;
     bool isOverData = false; // a hit was told and its end was not
 

@@ -5,7 +5,7 @@
 #include "look.h"
 #include "lookpen.h"
 #include "painterstrokesink.h"
-#include "viewportmap.h"
+#include "trackedpoints.h"
 #include "xydataset.h"
 
 #include <QPainter>
@@ -83,7 +83,7 @@ TraceSettings XYCanvas::traceSettings(XYDataSet* dataSet)
     settings.symbolsDrawn
         = symbolThresholdUnits * transform.xFactor > look->getSymbolDrawingThreshold();
     settings.suppressBackwardLines = suppressBackwardLines;
-    settings.map = isMouseOverDataTrackingEnabled(dataSet) ? getViewportMap(dataSet) : nullptr;
+    settings.tracked = isMouseOverDataTrackingEnabled(dataSet) ? &trackedPoints(dataSet) : nullptr;
     settings.dataMarkers = &dataMarkers;
     return settings;
 }
@@ -237,13 +237,18 @@ bool XYCanvas::isMouseOverDataTrackingEnabled(XYDataSet* dataSet)
 
 ViewportMap<int>* XYCanvas::getViewportMap(XYDataSet* dataSet)
 {
+    return &trackedPoints(dataSet).handOut();
+}
+
+TrackedPoints& XYCanvas::trackedPoints(XYDataSet* dataSet)
+{
     watch(dataSet);
-    ViewportMap<int>*& map = viewportMaps[dataSet];
-    if (!map) {
-        map = new ViewportMap<int>(transform.width, transform.height, mapItemRadius, mapCells,
-                                   mapCells);
+    TrackedPoints*& tracked = viewportMaps[dataSet];
+    if (!tracked) {
+        tracked = new TrackedPoints(
+            ViewportMap<int>(transform.width, transform.height, mapItemRadius, mapCells, mapCells));
     }
-    return map;
+    return *tracked;
 }
 
 void XYCanvas::clearViewportMaps()

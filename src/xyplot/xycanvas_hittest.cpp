@@ -3,7 +3,7 @@
 #include "dataarray.h"
 #include "pointlocator.h"
 #include "rounding.h"
-#include "viewportmap.h"
+#include "trackedpoints.h"
 #include "xydataset.h"
 #include "xyplotcommon.h"
 
@@ -17,6 +17,16 @@ namespace {
 /// Reach of the mouse. The maps list a point in the cells up to 5 pixels from it, so beyond that
 /// only those in the mouse's own cell are found.
 constexpr int hitReach = 10; // pixels
+
+/// Looks at all of them, without a branch for each, which takes several at a time.
+bool isAscending(QVector<int> const& indices)
+{
+    int const* const values = indices.constData();
+    int descents = 0;
+    for (qsizetype i = 1; i < indices.size(); ++i)
+        descents |= int(values[i] < values[i - 1]);
+    return descents == 0;
+}
 
 /// The search for the point nearest to the mouse among those of one cell of a map.
 class NearestPoint
@@ -40,8 +50,8 @@ public:
         // A column that has shrunk since leaves indices beyond its end.
         int const size = dataSet.yData->dataSize();
         // Parallel lines enter their points one line after the other.
-        bool const canBisect = runsRightwards && size <= dataSet.xData->dataSize()
-            && std::is_sorted(indices.cbegin(), indices.cend());
+        bool const canBisect
+            = runsRightwards && size <= dataSet.xData->dataSize() && isAscending(indices);
         if (!canBisect) {
             for (int const index : indices) {
                 if (index < size)
@@ -117,13 +127,11 @@ bool XYCanvas::dataHitTest(XYDataSet* dataSet, int x, int y, datahit_t& hit, int
 {
     if (!isMouseOverDataTrackingEnabled(dataSet))
         return false;
-    ViewportMap<int>* const map = getViewportMap(dataSet);
-    int column = 0;
-    int row = 0;
-    if (!map->lookupCell(x, y, column, row))
+    QVector<int> const* const drawn = trackedPoints(dataSet).cellAt(x, y);
+    if (!drawn)
         return false;
     NearestPoint point(*dataSet, transform, QPoint(x, y), maximumDistance);
-    point.search(map->getItemVector(column, row));
+    point.search(*drawn);
     if (!point.isFound())
         return false;
     int const index = point.getIndex();
