@@ -21,6 +21,8 @@ BenchCanvas::BenchCanvas(int points)
     , yGrid(eVERTICAL, nullptr)
     , dataSet(new DataArrayTemplate<double>(), new DataArrayTemplate<double>(),
               QStringLiteral("walk"), Qt::blue, SYMBOL_NONE, Qt::SolidLine, 1, nullptr)
+    , colorBar(new DataArrayTemplate<double>(), new DataArrayTemplate<double>(),
+               QStringLiteral("state"), Qt::green, SYMBOL_NONE, Qt::SolidLine, 4, nullptr)
     , image(viewport, QImage::Format_ARGB32_Premultiplied)
 {
     dataSets.append(&dataSet);
@@ -36,6 +38,16 @@ BenchCanvas::BenchCanvas(int points)
     bounds.maxX = dataExtent * roomFactor;
     canvas.setFixedDataBounds(bounds);
     paint();
+}
+
+void BenchCanvas::addColorBar(int states)
+{
+    colorBar.getLook()->setColorBar(10);
+    for (int i = 0; i < states; ++i) {
+        colorBar.append(dataExtent * i / states, i % 2);
+        colorBar.getLook()->changeFromLast(i % 2 == 0 ? Qt::green : Qt::red);
+    }
+    dataSets.append(&colorBar);
 }
 
 void BenchCanvas::appendAndDraw(int points)

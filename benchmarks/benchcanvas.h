@@ -33,6 +33,8 @@ public:
 
     explicit BenchCanvas(int points);
 
+    /// A colour bar at the upper edge, of so many states over the points.
+    void addColorBar(int states);
     /// Goes the road of an application: append, bounds, new points.
     void appendAndDraw(int points);
     /// Paints the canvas, which draws everything anew if that is due.
@@ -50,6 +52,7 @@ private:
     LinearGrid xGrid;
     LinearGrid yGrid;
     XYDataSet dataSet;
+    XYDataSet colorBar;
     NoisyWalk walk;
     QImage image;
     double lastX = 0.0;

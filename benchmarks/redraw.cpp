@@ -93,6 +93,29 @@ void appendTenAndHitTest(benchmark::State& state)
 }
 BENCHMARK(appendTenAndHitTest)->Apply(atAllSizes);
 
+/// The same above a colour bar of so many states.
+void appendTenBesideColorBar(benchmark::State& state)
+{
+    BenchCanvas bench(100000);
+    bench.addColorBar(int(state.range(0)));
+    bench.getCanvas().fullRepaint();
+    bench.paint();
+    for (auto _ : state) {
+        bench.appendAndDraw(10);
+        bench.paint();
+    }
+}
+BENCHMARK(appendTenBesideColorBar)->Arg(100)->Unit(benchmark::kMillisecond);
+
+/// The whole picture with a colour bar of so many states.
+void redrawWithColorBar(benchmark::State& state)
+{
+    BenchCanvas bench(10000);
+    bench.addColorBar(int(state.range(0)));
+    redrawEachTime(state, bench);
+}
+BENCHMARK(redrawWithColorBar)->Arg(100)->Unit(benchmark::kMillisecond);
+
 /// A paint without news.
 void paintUnchanged(benchmark::State& state)
 {

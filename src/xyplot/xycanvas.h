@@ -20,6 +20,7 @@ class QAbstractButton;
 class QMouseEvent;
 class QRubberBand;
 class QScrollBar;
+class StrokeSink;
 class TrackedPoints;
 class VerticalEnvelope;
 class XYDataSet;
@@ -445,7 +446,8 @@ private:
     bool mustYield(qint64 elapsedMs) const;
     TraceSettings traceSettings(XYDataSet* dataSet);
     TrackedPoints& trackedPoints(XYDataSet* dataSet);
-    void drawClosingLine(QPainter* painter, XYDataSet* dataSet);
+    void drawDataSet(StrokeSink& sink, XYDataSet* dataSet);
+    void drawClosingLine(StrokeSink& sink, XYDataSet* dataSet);
     void watch(XYDataSet const* dataSet);
     void forget(XYDataSet const* dataSet);
 

@@ -27,6 +27,12 @@ constexpr int mapItemRadius = 5;
 
 void XYCanvas::drawDataSet(QPainter* painter, XYDataSet* dataSet)
 {
+    PainterStrokeSink sink(*painter);
+    drawDataSet(sink, dataSet);
+}
+
+void XYCanvas::drawDataSet(StrokeSink& sink, XYDataSet* dataSet)
+{
     watch(dataSet);
     RunMarks& marks = runMarks[dataSet];
     // Once a column has shrunk, its indices no longer mean the points that were drawn. An x column
@@ -48,7 +54,6 @@ void XYCanvas::drawDataSet(QPainter* painter, XYDataSet* dataSet)
         last = first - 1;
     }
     if (drawsPoints || (dataSet->isComplete() && !marks.endDashDrawn)) {
-        PainterStrokeSink sink(*painter);
         DataSetTracer tracer(traceSettings(dataSet), *verticalLine, sink);
         int const isolationBefore = getLastProcessedPointDegreeOfIsolation(dataSet);
         int isolation = isolationBefore;
@@ -64,9 +69,10 @@ void XYCanvas::drawDataSet(QPainter* painter, XYDataSet* dataSet)
         setLastProcessedPointDegreeOfIsolation(dataSet, isolation);
     }
     if (connectFirstLast && (drawsPoints || !marks.closingLineDrawn)) {
+        Look& look = *dataSet->getLook();
         if (!drawsPoints)
-            setDataSetLook(dataSet, painter, last, dataSet->getLook()->getMultiLineCount() - 1);
-        drawClosingLine(painter, dataSet);
+            sink.setPen(lookPen(look, last, look.getMultiLineCount() - 1).pen);
+        drawClosingLine(sink, dataSet);
         marks.closingLineDrawn = true;
     }
 }
@@ -89,7 +95,7 @@ TraceSettings XYCanvas::traceSettings(XYDataSet* dataSet)
 }
 
 /// Closes the curve with the pen in force, without regard to the viewport.
-void XYCanvas::drawClosingLine(QPainter* painter, XYDataSet* dataSet)
+void XYCanvas::drawClosingLine(StrokeSink& sink, XYDataSet* dataSet)
 {
     bool firstValid = false;
     bool lastValid = false;
@@ -97,7 +103,7 @@ void XYCanvas::drawClosingLine(QPainter* painter, XYDataSet* dataSet)
     QPoint const to
         = convertDataPointToViewport(dataSet, dataSet->yData->dataSize() - 1, lastValid, true);
     if (firstValid && lastValid)
-        painter->drawLine(from, to);
+        sink.drawLine(QLine(from, to));
 }
 
 void XYCanvas::getPointsToBeDrawn(XYDataSet* dataSet, int& first, int& last)

@@ -1,7 +1,9 @@
 #include "xycanvas.h"
 
+#include "colorbarlayer.h"
 #include "dataarray.h"
 #include "look.h"
+#include "painterstrokesink.h"
 #include "rounding.h"
 #include "xydataset.h"
 #include "xydatasetfilter.h"
@@ -12,7 +14,6 @@
 #include <QPainter>
 #include <QTimer>
 #include <cmath>
-#include <optional>
 #include <utility>
 
 namespace {
@@ -52,52 +53,6 @@ public:
 private:
     QPixmap& pixmap;
     QImage image;
-};
-
-/**
- * The colour bars of one drawing run, painted apart so that they end up above all lines, also those
- * of earlier runs. Made when the first bar is drawn.
- */
-class ColorBarLayer
-{
-public:
-    ColorBarLayer(QSize viewportSize, qreal pixelRatio)
-        : viewport(viewportSize)
-        , ratio(pixelRatio)
-    {
-    }
-
-    QPainter* painter()
-    {
-        if (!layerPainter) {
-            pixmap = pixmapFor(viewport, ratio);
-            pixmap.fill(Qt::transparent);
-            layerPainter.emplace(&pixmap);
-            layerPainter->setViewport(QRect(QPoint(0, 0), viewport));
-            layerPainter->setWindow(QRect(QPoint(0, 0), viewport));
-        }
-        return &*layerPainter;
-    }
-
-    /// Puts the bars over the picture. They were painted with y upwards, so their rows turn over.
-    void putOver(QPainter* target)
-    {
-        if (!layerPainter)
-            return;
-        layerPainter->end();
-        QImage const bars = pixmap.toImage().mirrored(false, true);
-        target->save();
-        // Row for row, whatever the window: a scaled copy would blur at fractional ratios.
-        target->setViewTransformEnabled(false);
-        target->drawImage(QPoint(0, 0), bars);
-        target->restore();
-    }
-
-private:
-    QSize viewport;
-    qreal ratio;
-    QPixmap pixmap;
-    std::optional<QPainter> layerPainter;
 };
 
 } // namespace
@@ -193,12 +148,14 @@ void XYCanvas::drawDataSets(QPainter* painter, bool fullRedraw)
     timer.start();
 
     ColorBarLayer bars(viewportRect.size(), backgroundPixelRatio);
+    PainterStrokeSink lines(*painter);
     for (bool const barsTurn : {true, false}) {
+        StrokeSink& sink = barsTurn ? static_cast<StrokeSink&>(bars) : lines;
         for (XYDataSet* const dataSet : qAsConst(*dataSets)) {
             if (dataSet->getLook()->isColorBar() != barsTurn)
                 continue;
             if (dataSet->visible && dataSet->yData->hasValidValues())
-                drawDataSet(barsTurn ? bars.painter() : painter, dataSet);
+                drawDataSet(sink, dataSet);
             if (mustYield(timer.elapsed())) {
                 QTimer::singleShot(0, this, SLOT(drawNewPointsOnBackGround()));
                 break;
