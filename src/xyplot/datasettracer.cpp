@@ -100,9 +100,12 @@ bool DataSetTracer::mayPassRuns(int first, int last) const
 {
     if (settings.visitsEachPoint || qint64(last) - first < pointsWorthSummaries)
         return false;
-    // Those of the application may look at each point.
+    // Those of the application may look at each point, as does a listener that was made for
+    // another data set and reads its look.
     bool const isOwnFilter = !filter || typeid(*filter) == typeid(ViewportMaskFilter);
-    bool const isOwnListener = !listener || typeid(*listener) == typeid(ColorBarDrawListener);
+    bool const isOwnListener = !listener
+        || (typeid(*listener) == typeid(ColorBarDrawListener)
+            && listener->getDataSet() == settings.dataSet);
     return isOwnFilter && isOwnListener && !settings.map && !look.getDrawMarkerOnYValueChange();
 }
 
@@ -117,7 +120,10 @@ bool DataSetTracer::mayPassRuns(int first, int last) const
 int DataSetTracer::passColumn(int index, int last, E_SYMBOL symbol)
 {
     int const x = previous.pixel.x();
-    if (symbol != SYMBOL_NONE || (filter && !isFilteredAlikeAt(x)))
+    if (symbol != SYMBOL_NONE)
+        return index;
+    // Asked again, as it may read the listener, which has just been told of the point.
+    if (filter && (!isFilteredAlikeAt(x) || isExcluded(index, previous.pixel)))
         return index;
     std::optional<ColumnRuns::Run> const run = runs->runBehind(index, last, x);
     if (!run)
