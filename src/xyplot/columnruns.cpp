@@ -32,7 +32,7 @@ std::optional<ColumnRuns> ColumnRuns::of(XYDataSet& dataSet, PointLocator const&
     runs.looksByValue = typeid(look) == typeid(ValueBasedLook);
     bool const isKnownLook = runs.looksByValue || typeid(look) == typeid(Look);
     if (!runs.xs || !runs.ys || !isKnownLook || !runs.xs->isNondecreasing()
-        || !pointLocator.isXUpwards())
+        || !pointLocator.keepsOrder())
         return std::nullopt;
     return runs;
 }
@@ -78,7 +78,7 @@ int ColumnRuns::cutInY(int index, int last, Extent& extent) const
 
 int ColumnRuns::endOfColumn(int index, int last, int column) const
 {
-    last = qMin(endOfAppearance(index, last), xs->dataSize() - 1);
+    last = endOfAppearance(index, last);
     int inside = index;
     int outside = last + 1;
     auto const isInside = [&](qint64 place) {
@@ -117,7 +117,7 @@ int ColumnRuns::endOfExcluded(int index, int last, int column) const
 int ColumnRuns::endOfHoles(int index, int last) const
 {
     last = endOfAppearance(index, last);
-    return locator->hasFixedY() ? index : ys->firstValid(index, last) - 1;
+    return locator->hasFixedY() ? index : qMax(index, ys->firstValid(index, last) - 1);
 }
 
 int ColumnRuns::cutAtGap(int index, int last) const
@@ -131,7 +131,9 @@ int ColumnRuns::cutAtGap(int index, int last) const
     return xs->firstStepAbove(index, last, threshold) - 1;
 }
 
+/// Among the points that have an x; before @p index if it has none.
 int ColumnRuns::endOfAppearance(int index, int last) const
 {
+    last = qMin(last, xs->dataSize() - 1);
     return looksByValue ? last : qMin(last, look->getEndOfAppearance(index));
 }

@@ -16,7 +16,7 @@ class XYDataSet;
 class ColumnRuns
 {
 public:
-    /// None for a data set of another kind, or in a view whose x runs backwards.
+    /// None for a data set of another kind, or in a view that does not keep the order of x.
     static std::optional<ColumnRuns> of(XYDataSet& dataSet, PointLocator const& pointLocator,
                                         double disconnectionThreshold);
 
@@ -42,7 +42,7 @@ public:
     /// one that a filter leaves out.
     int endOfExcluded(int index, int last, int column) const;
     /// The last point up to @p last with the appearance of @p index up to which all are holes,
-    /// itself included; for a hole.
+    /// itself included; @p index if it is invalid for another cause.
     int endOfHoles(int index, int last) const;
 
 private:
