@@ -39,40 +39,44 @@ std::optional<ColumnRuns> ColumnRuns::of(XYDataSet& dataSet, PointLocator const&
 
 std::optional<ColumnRuns::Run> ColumnRuns::runBehind(int index, int last, int column) const
 {
+    last = qMin(last, xs->dataSize() - 1);
+    if (looksByValue)
+        last = ys->firstOther(index + 1, last, ys->getValue(index)) - 1;
+    if (last - index < runWorthASearch || endsSoon(index))
+        return std::nullopt;
     last = endOfColumn(index, last, column);
     if (last - index < runWorthASearch)
         return std::nullopt;
     last = cutAtGap(index, last);
     Extent extent;
-    if (locator->hasFixedY())
+    if (locator->hasFixedY() || looksByValue)
         extent.lowest = extent.highest = locator->locate(index).pixel.y();
-    if (!locator->hasFixedY() || looksByValue)
-        last = cutInY(index, last, extent);
+    else
+        last = cutAtHole(index, last, extent);
     if (last == index)
         return std::nullopt;
     return Run{last, extent};
 }
 
-/// Cuts the run at the first hole or, if it looks by value, drops it unless it is of one value.
-int ColumnRuns::cutInY(int index, int last, Extent& extent) const
+/// Whether a hole or a gap comes before the run is worth the search of its column.
+bool ColumnRuns::endsSoon(int index) const
+{
+    int const soon = index + runWorthASearch;
+    return (!locator->hasFixedY() && ys->firstHole(index + 1, soon) <= soon)
+        || xs->firstStepAbove(index, soon, threshold) <= soon;
+}
+
+int ColumnRuns::cutAtHole(int index, int last, Extent& extent) const
 {
     RunSummary summary = ys->extentOf(index + 1, last);
-    if (looksByValue) {
-        double const value = ys->getValue(index);
-        bool const isOneValue
-            = summary.holes == 0 && summary.smallest == value && summary.largest == value;
-        if (!isOneValue)
-            return index;
-    } else if (summary.holes > 0) {
+    if (summary.holes > 0) {
         last = ys->firstHole(index + 1, last) - 1;
         summary = ys->extentOf(index + 1, last);
     }
-    if (!locator->hasFixedY()) {
-        // Rounding keeps the order, so the extremes of the data give those of the pixels.
-        int const one = locator->rowOf(summary.smallest);
-        int const other = locator->rowOf(summary.largest);
-        extent = {qMin(one, other), qMax(one, other)};
-    }
+    // Rounding keeps the order, so the extremes of the data give those of the pixels.
+    int const one = locator->rowOf(summary.smallest);
+    int const other = locator->rowOf(summary.largest);
+    extent = {qMin(one, other), qMax(one, other)};
     return last;
 }
 

@@ -55,7 +55,8 @@ private:
 
     int endOfColumn(int index, int last, int column) const;
     int cutAtGap(int index, int last) const;
-    int cutInY(int index, int last, Extent& extent) const;
+    bool endsSoon(int index) const;
+    int cutAtHole(int index, int last, Extent& extent) const;
     int endOfAppearance(int index, int last) const;
 
     Look* look;
