@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <memory>
 #include <type_traits>
+#include <typeinfo>
 
 /**
  * A column that stores every cell: the one for ordinary measurements.
@@ -99,6 +100,8 @@ protected:
     bool isRunOrdered(int first, int count) const override;
 
 private:
+    /// False for a derived column, which may store and read in ways of its own.
+    bool isExactlyThis() const { return typeid(*this) == typeid(DataArrayTemplate); }
     void store(T value)
     {
         values.append(value);
@@ -114,6 +117,10 @@ private:
 
 template<typename T> void DataArrayTemplate<T>::appendRunData(double const* newValues, int count)
 {
+    if (!isExactlyThis()) {
+        Base::appendRunData(newValues, count);
+        return;
+    }
     qsizetype const sizeBefore = values.size();
     values.resize(sizeBefore + count);
     T* const cells = values.data() + sizeBefore;
@@ -130,6 +137,8 @@ template<typename T> void DataArrayTemplate<T>::appendRunData(double const* newV
 
 template<typename T> bool DataArrayTemplate<T>::isRunOrdered(int first, int count) const
 {
+    if (!isExactlyThis())
+        return Base::isRunOrdered(first, count);
     T const* const cells = values.constData();
     bool ordered = true;
     for (int i = first; i < first + count; ++i) {
