@@ -186,9 +186,10 @@ void tst_ColumnRuns::manyPointsGiveTheSamePicture()
     QVector<double> xs(count);
     QVector<double> ys(count);
     for (int i = 0; i < count; ++i) {
+        int const level = i / 50000;
         auto const bits = random();
         xs[i] = i % 50000 == 0 ? i + 0.5 : i;
-        ys[i] = bits % 30000 == 0 ? NaN : i / 50000 + double(bits % 1000) * 0.01;
+        ys[i] = bits % 30000 == 0 ? NaN : level + double(bits % 1000) * 0.01;
     }
     XYDataSet dataSet(new DataArrayTemplate<double>, new DataArrayTemplate<double>, "curve",
                       Qt::red, SYMBOL_NONE, Qt::SolidLine, 1);

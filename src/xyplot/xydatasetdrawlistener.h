@@ -21,7 +21,7 @@ public:
     virtual void drawingDataPoint(int index, int viewportX) = 0;
 
     /// The data set given at construction; null once it has gone.
-    XYDataSet* getDataSet() const { return dataSet; }
+    XYDataSet* getDataSet() const;
 
 protected:
     QPointer<XYDataSet> dataSet; // null once it has gone
