@@ -15,13 +15,16 @@ struct Visit
     int hole;
     int valid;
     int step;
+    int other;
 };
 
 Visit visit(DataArray const& column, int first, int last, double limit)
 {
-    Visit seen{{}, last + 1, last + 1, last + 1};
+    Visit seen{{}, last + 1, last + 1, last + 1, last + 1};
     for (int i = last; i >= first; --i) {
         double const cell = column.getValue(i);
+        if (cell != column.getValue(first))
+            seen.other = i;
         if (std::isnan(cell)) {
             seen.hole = i;
             ++seen.summary.holes;
@@ -64,7 +67,8 @@ void tst_ColumnSummary::agreesWithAVisitToEachCell()
             // Few holes, or long stretches of them; a sentinel that is an ordinary value.
             if (below(seed % 2 == 0 ? 3 : 400) == 0)
                 return NaN;
-            return below(300) == 0 ? (below(2) == 0 ? infinity : -infinity) : below(1000) - 500;
+            return below(300) == 0 ? (below(2) == 0 ? infinity : -infinity)
+                                   : below(seed == 5 ? 1 : 1000) - 500; // or one value
         };
         DataArrayTemplate<double> column(seed % 3 == 0 ? 7.0 : NaN);
         for (int i = 0; i < 9000; ++i)
@@ -111,6 +115,8 @@ void tst_ColumnSummary::agreesWithAVisitToEachCell()
                      qPrintable(place));
             QVERIFY2(column.firstHole(first, last) == expected.hole, qPrintable(place));
             QVERIFY2(column.firstValid(first, last) == expected.valid, qPrintable(place));
+            QVERIFY2(column.firstOther(first, last, column.getValue(first)) == expected.other,
+                     qPrintable(place));
             QVERIFY2(column.firstStepAbove(first, last, limit) == expected.step, qPrintable(place));
         }
     }

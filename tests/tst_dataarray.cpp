@@ -108,6 +108,15 @@ void tst_DataArray::monotonyAfterReplace()
     QVERIFY(!staysSorted({1, 2, 3}, 1, 4)); // above the next
     QVERIFY(!staysSorted({1, 2, 3}, 0, NaN)); // becomes a hole
     QVERIFY(!staysSorted({1, 5, 3}, 1, 2)); // a healed decrease is not noticed
+    struct NegatedColumn : DataArrayTemplate<double>
+    {
+        double getValue(int index) const override { return -DataArrayTemplate::getValue(index); }
+        void appendData(double value) override { DataArrayTemplate::appendData(value + 1); }
+    } negated;
+    double const run[] = {1, 2, 3};
+    negated.append(run, 3);
+    QVERIFY(!negated.isNondecreasing()); // as it reads, not as it is stored
+    QCOMPARE(negated.getLastValue(), -4.0);
 }
 
 void tst_DataArray::decimation()

@@ -88,12 +88,17 @@ void tst_ValueBasedLook::presenceFollowsTheLastPoint()
     QCOMPARE(changed.size(), 3);
     QCOMPARE(present.size(), 2);
     look->clear();
-    double const run[] = {3.0, 1.0, 3.0};
-    dataSet->append(run, run, 3);
-    QCOMPARE(look->getPresentLookEntries().size(), 2);
-    look->clear();
+    double const run[] = {1.0, 3.0, 1.0, 3.0};
+    dataSet->append(run, run, 1); // looks as the last point does
     QVERIFY(look->getLookEntriesForLegend().isEmpty());
+    dataSet->append(run, run, 4);
+    QCOMPARE(look->getPresentLookEntries().size(), 2);
     QCOMPARE(present.size(), 4);
+    look->clear();
+    connect(look, &Look::presentLookEntriesChanged, dataSet->yData, &DataArray::reinit);
+    double const others[] = {1.0, NaN, 1.0};
+    dataSet->append(others, others, 3); // a slot empties the column while the run is told
+    QCOMPARE(look->getPresentLookEntries().size(), 1);
 }
 
 void tst_ValueBasedLook::changesAreThoseOfTheValue()

@@ -43,17 +43,20 @@ void ValueBasedLook::registerLastLookEntryPresence()
         registerLookEntryPresence(lastEntry, true);
 }
 
-/// Each point of a run has been the last one.
+/// Each point of a run has been the last one, and counts if it looks otherwise than the one before.
 void ValueBasedLook::registerRunPresence(int first, int count)
 {
-    Entry registered;
-    for (int index = first; index < first + count; ++index) {
-        if (index > first && !isChanged(index))
+    Entry before = lastEntry;
+    bool beforeValid = lastEntryValid;
+    // The size anew each time: a slot that hears of an appearance may shrink the column.
+    for (int i = 0; i < count && dataSet && first + i < dataSet->yData->dataSize(); ++i) {
+        if (i > 0 && !isChanged(first + i))
             continue;
-        Entry const entry = getApplicableLookEntry(index);
-        if (index == first || entry != registered)
+        Entry const entry = getApplicableLookEntry(first + i);
+        if (!beforeValid || entry != before)
             registerLookEntryPresence(entry, true);
-        registered = entry;
+        before = entry;
+        beforeValid = true;
     }
 }
 

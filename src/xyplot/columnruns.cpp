@@ -32,53 +32,61 @@ std::optional<ColumnRuns> ColumnRuns::of(XYDataSet& dataSet, PointLocator const&
     runs.looksByValue = typeid(look) == typeid(ValueBasedLook);
     bool const isKnownLook = runs.looksByValue || typeid(look) == typeid(Look);
     if (!runs.xs || !runs.ys || !isKnownLook || !runs.xs->isNondecreasing()
-        || !pointLocator.isXUpwards())
+        || !pointLocator.keepsOrder())
         return std::nullopt;
     return runs;
 }
 
 std::optional<ColumnRuns::Run> ColumnRuns::runBehind(int index, int last, int column) const
 {
+    if (index < nextSearch)
+        return std::nullopt;
+    nextSearch = qint64(index) + runWorthASearch; // unless a run is found, the next may be as short
+    last = qMin(last, xs->dataSize() - 1);
+    if (looksByValue)
+        last = ys->firstOther(index + 1, last, ys->getValue(index)) - 1;
+    if (last - index < runWorthASearch || endsSoon(index))
+        return std::nullopt;
     last = endOfColumn(index, last, column);
     if (last - index < runWorthASearch)
         return std::nullopt;
     last = cutAtGap(index, last);
     Extent extent;
-    if (locator->hasFixedY())
+    if (locator->hasFixedY() || looksByValue)
         extent.lowest = extent.highest = locator->locate(index).pixel.y();
-    if (!locator->hasFixedY() || looksByValue)
-        last = cutInY(index, last, extent);
+    else
+        last = cutAtHole(index, last, extent);
     if (last == index)
         return std::nullopt;
+    nextSearch = last;
     return Run{last, extent};
 }
 
-/// Cuts the run at the first hole or, if it looks by value, drops it unless it is of one value.
-int ColumnRuns::cutInY(int index, int last, Extent& extent) const
+/// Whether a hole or a gap comes before the run is worth the search of its column.
+bool ColumnRuns::endsSoon(int index) const
+{
+    int const soon = index + runWorthASearch;
+    return (!locator->hasFixedY() && ys->firstHole(index + 1, soon) <= soon)
+        || xs->firstStepAbove(index, soon, threshold) <= soon;
+}
+
+int ColumnRuns::cutAtHole(int index, int last, Extent& extent) const
 {
     RunSummary summary = ys->extentOf(index + 1, last);
-    if (looksByValue) {
-        double const value = ys->getValue(index);
-        bool const isOneValue
-            = summary.holes == 0 && summary.smallest == value && summary.largest == value;
-        if (!isOneValue)
-            return index;
-    } else if (summary.holes > 0) {
+    if (summary.holes > 0) {
         last = ys->firstHole(index + 1, last) - 1;
         summary = ys->extentOf(index + 1, last);
     }
-    if (!locator->hasFixedY()) {
-        // Rounding keeps the order, so the extremes of the data give those of the pixels.
-        int const one = locator->rowOf(summary.smallest);
-        int const other = locator->rowOf(summary.largest);
-        extent = {qMin(one, other), qMax(one, other)};
-    }
+    // Rounding keeps the order, so the extremes of the data give those of the pixels.
+    int const one = locator->rowOf(summary.smallest);
+    int const other = locator->rowOf(summary.largest);
+    extent = {qMin(one, other), qMax(one, other)};
     return last;
 }
 
 int ColumnRuns::endOfColumn(int index, int last, int column) const
 {
-    last = qMin(endOfAppearance(index, last), xs->dataSize() - 1);
+    last = endOfAppearance(index, last);
     int inside = index;
     int outside = last + 1;
     auto const isInside = [&](qint64 place) {
@@ -117,7 +125,7 @@ int ColumnRuns::endOfExcluded(int index, int last, int column) const
 int ColumnRuns::endOfHoles(int index, int last) const
 {
     last = endOfAppearance(index, last);
-    return locator->hasFixedY() ? index : ys->firstValid(index, last) - 1;
+    return locator->hasFixedY() ? index : qMax(index, ys->firstValid(index, last) - 1);
 }
 
 int ColumnRuns::cutAtGap(int index, int last) const
@@ -131,7 +139,9 @@ int ColumnRuns::cutAtGap(int index, int last) const
     return xs->firstStepAbove(index, last, threshold) - 1;
 }
 
+/// Among the points that have an x; before @p index if it has none.
 int ColumnRuns::endOfAppearance(int index, int last) const
 {
+    last = qMin(last, xs->dataSize() - 1);
     return looksByValue ? last : qMin(last, look->getEndOfAppearance(index));
 }

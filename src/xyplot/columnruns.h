@@ -16,7 +16,7 @@ class XYDataSet;
 class ColumnRuns
 {
 public:
-    /// None for a data set of another kind, or in a view whose x runs backwards.
+    /// None for a data set of another kind, or in a view that does not keep the order of x.
     static std::optional<ColumnRuns> of(XYDataSet& dataSet, PointLocator const& pointLocator,
                                         double disconnectionThreshold);
 
@@ -42,7 +42,7 @@ public:
     /// one that a filter leaves out.
     int endOfExcluded(int index, int last, int column) const;
     /// The last point up to @p last with the appearance of @p index up to which all are holes,
-    /// itself included; for a hole.
+    /// itself included; @p index if it is invalid for another cause.
     int endOfHoles(int index, int last) const;
 
 private:
@@ -55,7 +55,8 @@ private:
 
     int endOfColumn(int index, int last, int column) const;
     int cutAtGap(int index, int last) const;
-    int cutInY(int index, int last, Extent& extent) const;
+    bool endsSoon(int index) const;
+    int cutAtHole(int index, int last, Extent& extent) const;
     int endOfAppearance(int index, int last) const;
 
     Look* look;
@@ -63,6 +64,7 @@ private:
     double threshold;
     DataArrayTemplate<double> const* xs = nullptr;
     DataArrayTemplate<double> const* ys = nullptr;
+    mutable qint64 nextSearch = 0; // first point worth one
     mutable int lengthBefore = 0; // points behind the first of the column searched last
     bool looksByValue = false; // the appearance changes with each new y
 };

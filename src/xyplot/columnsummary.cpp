@@ -176,6 +176,16 @@ int ColumnSummary::firstValid(Cells const& cells, int first, int last) const
         [&](int index) { return !cells.isHole(index); });
 }
 
+int ColumnSummary::firstOther(Cells const& cells, int first, int last, double value) const
+{
+    return find(
+        first, last,
+        [=](RunSummary const& node) {
+            return node.holes == 0 && node.smallest == value && node.largest == value;
+        },
+        [&](int index) { return cells.isHole(index) || cells.values[index] != value; });
+}
+
 int ColumnSummary::firstStepAbove(Cells const& cells, int first, int last, double limit) const
 {
     return find(

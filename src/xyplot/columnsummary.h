@@ -71,6 +71,8 @@ public:
     int firstHole(Cells const& cells, int first, int last) const;
     /// The first of them that is no hole.
     int firstValid(Cells const& cells, int first, int last) const;
+    /// The first of them that is a hole or not @p value.
+    int firstOther(Cells const& cells, int first, int last, double value) const;
     /// The first of them, behind @p first, that lies more than @p limit above the one before.
     int firstStepAbove(Cells const& cells, int first, int last, double limit) const;
 

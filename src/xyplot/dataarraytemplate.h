@@ -79,6 +79,11 @@ public:
     {
         return getSummary().firstValid(getCells(), first, last);
     }
+    /// The first of them that is a hole or not @p value; @p last + 1 if there is none.
+    int firstOther(int first, int last, double value) const
+    {
+        return getSummary().firstOther(getCells(), first, last, value);
+    }
     /// The first of them behind @p first that lies more than @p limit above the one before, or as
     /// far as two equal infinities; @p last + 1 if there is none.
     int firstStepAbove(int first, int last, double limit) const

@@ -110,11 +110,14 @@ bool DataSetTracer::mayPassRuns(int first, int last) const
     return hasOwnHooks() && !map && !look.getDrawMarkerOnYValueChange();
 }
 
-/// Those of the application may look at each point.
+/// Those of the application may look at each point, as does a listener that was made for another
+/// data set and reads its look.
 bool DataSetTracer::hasOwnHooks() const
 {
     bool const isOwnFilter = !filter || typeid(*filter) == typeid(ViewportMaskFilter);
-    bool const isOwnListener = !listener || typeid(*listener) == typeid(ColorBarDrawListener);
+    bool const isOwnListener = !listener
+        || (typeid(*listener) == typeid(ColorBarDrawListener)
+            && listener->getDataSet() == settings.dataSet);
     return isOwnFilter && isOwnListener;
 }
 
@@ -146,7 +149,10 @@ void DataSetTracer::trackUpTo(int last)
 int DataSetTracer::passColumn(int index, int last, E_SYMBOL symbol)
 {
     int const x = previous.pixel.x();
-    if (symbol != SYMBOL_NONE || (filter && !isFilteredAlikeAt(x)))
+    if (symbol != SYMBOL_NONE)
+        return index;
+    // Asked again, as it may read the listener, which has just been told of the point.
+    if (filter && (!isFilteredAlikeAt(x) || isExcluded(index, previous.pixel)))
         return index;
     std::optional<ColumnRuns::Run> const run = runs->runBehind(index, last, x);
     if (!run)

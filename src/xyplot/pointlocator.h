@@ -5,6 +5,7 @@
 #include "testexport.h"
 #include "viewtransform.h"
 #include <QPoint>
+#include <cmath>
 #include <optional>
 
 class XYDataSet;
@@ -60,8 +61,13 @@ public:
     /// Pixel row of a y value; the look must not fix y.
     int rowOf(double y) const { return roundToPixel(transform.yToViewport(y, fromBottom)); }
     bool hasFixedY() const { return fixedY.has_value(); }
-    /// Larger x lie further to the right.
-    bool isXUpwards() const { return transform.xFactor > 0.0; }
+    /// Every number has its pixel, and larger x lie further to the right. Factors of zero and
+    /// infinity make some numbers NaN.
+    bool keepsOrder() const
+    {
+        return transform.xFactor > 0.0 && std::isfinite(transform.xFactor)
+            && (fixedY || (transform.yFactor != 0.0 && std::isfinite(transform.yFactor)));
+    }
     /// The first point from @p first to @p last at or to the right of a pixel column, @p last + 1
     /// if there is none; x must be in order and the points inside the x column.
     int firstFromColumn(int first, int last, int column) const;

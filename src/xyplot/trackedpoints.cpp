@@ -26,7 +26,7 @@ bool TrackedPoints::canDefer(PointLocator const& locator) const
 {
     DataArray const& xs = *locator.getXColumn();
     return !handedOut && isDense(xs) && isDense(*locator.getYColumn()) && xs.isNondecreasing()
-        && locator.isXUpwards();
+        && locator.keepsOrder();
 }
 
 void TrackedPoints::defer(int first, int last, PointLocator const& locator, int yOffset)

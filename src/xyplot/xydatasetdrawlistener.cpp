@@ -20,3 +20,8 @@ XYDataSetDrawListener::~XYDataSetDrawListener()
 {
     MemLeakTracer::getInstance()->doDeallocateObject(QStringLiteral("XYDataSetDrawListener"));
 }
+
+XYDataSet* XYDataSetDrawListener::getDataSet() const
+{
+    return dataSet;
+}

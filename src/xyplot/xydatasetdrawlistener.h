@@ -20,6 +20,9 @@ public:
     /// Point @p index is drawn at pixel column @p viewportX (0 = left edge), maybe out of view.
     virtual void drawingDataPoint(int index, int viewportX) = 0;
 
+    /// The data set given at construction; null once it has gone.
+    XYDataSet* getDataSet() const;
+
 protected:
     QPointer<XYDataSet> dataSet; // null once it has gone
 };
