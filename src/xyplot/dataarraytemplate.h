@@ -27,6 +27,8 @@ public:
     {
     }
 
+    ~DataArrayTemplate() override { this->announceChangeOfCells(); }
+
     double getValue(int index) const override { return this->toDouble(values[index]); }
     int dataSize() const override { return static_cast<int>(values.size()); }
     bool holdsDoNotUseValue(int index) const override { return this->isSentinel(values[index]); }
@@ -169,7 +171,7 @@ template<typename T> void DataArrayTemplate<T>::appendRun(double const* newValue
         if (summary)
             summary->appended(getCells());
         this->accountRun(newValues, count, hole, before, DataArrayTemplate::getMemoryConsumption());
-        Q_EMIT this->runAppended(static_cast<int>(sizeBefore), count);
+        this->announceRun(static_cast<int>(sizeBefore), count);
         this->announceAppended(validCountBefore);
     }
 }
