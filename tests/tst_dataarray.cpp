@@ -1,5 +1,6 @@
 #include "dataarray.h"
 
+#include "columnnotices.h"
 #include "dataarraytemplate.h"
 #include "librarytest.h"
 
@@ -165,7 +166,7 @@ void tst_DataArray::runIsAsManySingleOnes()
         DataArrayTemplate<double> singles(sentinel);
         DataArrayTemplate<double> runs(sentinel);
         QString seen; // of the second column: a run, a change, filled
-        connect(&runs, &DataArray::runAppended, this,
+        connect(&runs.getNotices(), &ColumnNotices::runAppended, this,
                 [&](int first) { seen += QString("r%1").arg(first); });
         connect(&runs, &DataArray::dataChanged, this, [&] { seen += 'c'; });
         connect(&runs, &DataArray::noLongerEmpty, this, [&] { seen += 'f'; });
@@ -214,7 +215,7 @@ void tst_DataArray::appendingAtOnceEqualsTheGeneralWay()
         auto const listen = [this](DataArray& column, QString& signalsSeen) {
             auto const log
                 = [&signalsSeen](QChar what) { return [=, &signalsSeen] { signalsSeen += what; }; };
-            connect(&column, &DataArray::runAppended, this, log('r'));
+            connect(&column.getNotices(), &ColumnNotices::runAppended, this, log('r'));
             connect(&column, &DataArray::dataChanged, this, log('c'));
             connect(&column, &DataArray::noLongerEmpty, this, log('f'));
             connect(&column, &DataArray::leftShifted, this, log('s'));

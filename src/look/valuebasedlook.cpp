@@ -1,5 +1,6 @@
 #include "valuebasedlook.h"
 
+#include "columnnotices.h"
 #include "dataarray.h"
 #include "debugtag.h"
 #include "memleaktracer.h"
@@ -25,7 +26,8 @@ ValueBasedLook::ValueBasedLook(XYDataSet* owner, QColor color, E_SYMBOL symbol,
 {
     debugTag.ask();
     MemLeakTracer::getInstance()->doAllocateObject(QStringLiteral("ValueBasedLook"));
-    connect(owner->yData, &DataArray::runAppended, this, &ValueBasedLook::registerRunPresence);
+    connect(&owner->yData->getNotices(), &ColumnNotices::runAppended, this,
+            &ValueBasedLook::registerRunPresence);
     connect(owner->yData, &DataArray::dataChanged, this,
             &ValueBasedLook::checkAndEmitLastAppearanceChanged);
     connect(this, &Look::lastAppearanceChanged, this,

@@ -1,5 +1,6 @@
 #include "dataarray.h"
 
+#include "columnnotices.h"
 #include "debugtag.h"
 #include "memleaktracer.h"
 #include "rounding.h"
@@ -66,6 +67,25 @@ void DataArray::connectNotify(QMetaMethod const& signal)
     changeHeard = changeHeard || signal == change;
 }
 
+ColumnNotices& DataArray::getNotices() const
+{
+    if (!notices)
+        notices = std::make_unique<ColumnNotices>();
+    return *notices;
+}
+
+void DataArray::announceChangeOfCells() const
+{
+    if (notices)
+        Q_EMIT notices->aboutToChangeCells();
+}
+
+void DataArray::announceRun(int first, int count) const
+{
+    if (notices && !signalsBlocked())
+        Q_EMIT notices->runAppended(first, count);
+}
+
 void DataArray::appendOne(double value)
 {
     appendData(value);
@@ -99,7 +119,7 @@ void DataArray::appendRun(double const* values, int count)
     for (int i = 0; i < count; ++i)
         includeInStatistics(values[i]);
     nondecreasing = nondecreasing && isRunOrdered(first, count);
-    Q_EMIT runAppended(first, count);
+    announceRun(first, count);
     announceAppended(validCountBefore);
 }
 
@@ -149,7 +169,7 @@ bool DataArray::isRunOrdered(int first, int count) const
 
 void DataArray::replace(int index, double value)
 {
-    Q_EMIT aboutToChangeCells();
+    announceChangeOfCells();
     double const oldValue = getValue(index);
     replaceData(index, value);
     replaceValueInStatistics(oldValue, value);
@@ -161,7 +181,7 @@ void DataArray::leftshift(int count)
 {
     int const dropped = qMax(0, qMin(dataSize(), count));
     if (dropped > 0)
-        Q_EMIT aboutToChangeCells();
+        announceChangeOfCells();
     // Neither extremes nor monotony are looked for anew here, which would cost a walk each time.
     for (int i = 0; i < dropped; ++i)
         removeFromStatistics(getValue(i));
@@ -174,7 +194,7 @@ void DataArray::leftshift(int count)
 
 void DataArray::decimateKeepEven()
 {
-    Q_EMIT aboutToChangeCells();
+    announceChangeOfCells();
     int const sizeBefore = dataSize();
     removeOddIndexedData();
     // Rebuilding the sum also clears it of rounding errors. What ascended still does.
@@ -191,7 +211,7 @@ void DataArray::decimateKeepEven()
 
 void DataArray::reinit()
 {
-    Q_EMIT aboutToChangeCells();
+    announceChangeOfCells();
     clearData();
     updateTotalMemoryConsumption();
     resetStatistics();

@@ -6,6 +6,9 @@
 #include <QtGlobal>
 #include <algorithm>
 #include <limits>
+#include <memory>
+
+class ColumnNotices;
 
 /**
  * A column of numbers: the form in which all data of a plot live.
@@ -169,12 +172,11 @@ public:
     /// Sum of the shares of all live columns. Only to be read.
     static quint32 sTotalVectorMemoryConsumption;
 
+    /// For use within the library.
+    ColumnNotices& getNotices() const;
+
 Q_SIGNALS:
     void dataChanged();
-    /// Cells are about to change or to go, otherwise than by appending; they are still there.
-    void aboutToChangeCells();
-    /// Comes before the dataChanged() of a run, whose cells begin at @p first.
-    void runAppended(int first, int count);
     /// The first valid value has been appended, to a new column or to one that had lost all.
     void noLongerEmpty();
     /// Comes before the dataChanged() of the same change; @p numberOfPoints may be 0.
@@ -240,6 +242,10 @@ protected:
     /// column has no sentinel; @p before is the cell before them, minus infinity if there is none.
     void accountRun(double const* values, int count, double hole, double before,
                     int memoryConsumption);
+    /// Tells the library that cells are about to change or to go.
+    void announceChangeOfCells() const;
+    /// Tells it of a run that has been appended, unless signals are blocked.
+    void announceRun(int first, int count) const;
     /// The signals of an append; @p isHeard is false if nobody can hear the first of them, which
     /// costs more to emit than a cell to store.
     void announceAppended(int validCountBefore, bool isHeard = true)
@@ -281,4 +287,5 @@ private:
     bool referenceCounted = true;
     bool changeHeard = false;
     int referenceCount = 0;
+    mutable std::unique_ptr<ColumnNotices> notices; // once somebody listens
 };

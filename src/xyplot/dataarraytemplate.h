@@ -27,6 +27,8 @@ public:
     {
     }
 
+    ~DataArrayTemplate() override { this->announceChangeOfCells(); }
+
     double getValue(int index) const override { return this->toDouble(values[index]); }
     int dataSize() const override { return static_cast<int>(values.size()); }
     bool holdsDoNotUseValue(int index) const override { return this->isSentinel(values[index]); }
@@ -155,28 +157,27 @@ template<typename T> void DataArrayTemplate<T>::appendCell(T cell, double value)
 
 template<typename T> void DataArrayTemplate<T>::appendRun(double const* newValues, int count)
 {
-    if constexpr (!std::is_same_v<T, double>) {
-        Base::appendRun(newValues, count); // the cells may be in order where the values are not
-    } else if (!isOfThisVeryClass()) {
+    // Cells of another type may be in order where the values are not.
+    if (!std::is_same_v<T, double> || !isOfThisVeryClass()) {
         Base::appendRun(newValues, count);
-    } else {
-        int const validCountBefore = this->getNrOfValidValues();
-        qsizetype const sizeBefore = values.size();
-        double const before = sizeBefore > 0 ? this->toDouble(values.constLast())
-                                             : -std::numeric_limits<double>::infinity();
-        double const hole = this->hasDoNotUseValue ? this->doNotUseValue : NaN;
-        values.resize(sizeBefore + count);
-        if (this->hasDoNotUseValue)
-            std::transform(newValues, newValues + count, values.begin() + sizeBefore,
-                           [this](double value) { return this->toTyped(value); });
-        else
-            std::copy(newValues, newValues + count, values.begin() + sizeBefore);
-        if (summary)
-            summary->appended(getCells());
-        this->accountRun(newValues, count, hole, before, DataArrayTemplate::getMemoryConsumption());
-        Q_EMIT this->runAppended(static_cast<int>(sizeBefore), count);
-        this->announceAppended(validCountBefore);
+        return;
     }
+    int const validCountBefore = this->getNrOfValidValues();
+    qsizetype const sizeBefore = values.size();
+    double const before = sizeBefore > 0 ? this->toDouble(values.constLast())
+                                         : -std::numeric_limits<double>::infinity();
+    double const hole = this->hasDoNotUseValue ? this->doNotUseValue : NaN;
+    values.resize(sizeBefore + count);
+    if (this->hasDoNotUseValue)
+        std::transform(newValues, newValues + count, values.begin() + sizeBefore,
+                       [this](double value) { return this->toTyped(value); });
+    else
+        std::copy(newValues, newValues + count, values.begin() + sizeBefore);
+    if (summary)
+        summary->appended(getCells());
+    this->accountRun(newValues, count, hole, before, DataArrayTemplate::getMemoryConsumption());
+    this->announceRun(static_cast<int>(sizeBefore), count);
+    this->announceAppended(validCountBefore);
 }
 
 template<typename T> void DataArrayTemplate<T>::replaceData(int index, double value)

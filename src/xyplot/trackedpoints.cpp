@@ -1,5 +1,6 @@
 #include "trackedpoints.h"
 
+#include "columnnotices.h"
 #include "dataarraytemplate.h"
 
 #include <typeinfo>
@@ -35,10 +36,8 @@ void TrackedPoints::defer(int first, int last, PointLocator const& locator, int 
     last = qMin(last, locator.pointCount() - 1);
     if (last < first)
         return;
-    bool const isKnown = !sources.empty() && sources.back().xs == locator.getXColumn()
-        && sources.back().ys == locator.getYColumn() && sources.back().locator.placesLike(locator);
-    if (isKnown)
-        sources.back().locator = locator; // knows more points
+    if (!sources.empty() && sources.back().placesLike(locator))
+        sources.back() = locator; // knows more points
     else
         addSource(locator);
     int const source = int(sources.size()) - 1;
@@ -76,10 +75,10 @@ QVector<int> const* TrackedPoints::cellAt(int x, int y)
 
 void TrackedPoints::addSource(PointLocator const& locator)
 {
-    sources.push_back({locator, locator.getXColumn(), locator.getYColumn()});
+    sources.push_back(locator);
     for (DataArray const* const column : {locator.getXColumn(), locator.getYColumn()})
-        connect(column, &DataArray::aboutToChangeCells, this, &TrackedPoints::fill,
-                Qt::UniqueConnection);
+        connect(&column->getNotices(), &ColumnNotices::aboutToChangeCells, this,
+                &TrackedPoints::fill, Qt::UniqueConnection);
 }
 
 void TrackedPoints::fill()
@@ -97,11 +96,9 @@ void TrackedPoints::fill()
 /// All columns of cells have all points.
 void TrackedPoints::dropRanges()
 {
-    for (Source const& source : sources) {
-        for (DataArray const* const column : {source.xs.data(), source.ys.data()}) {
-            if (column)
-                disconnect(column, nullptr, this, nullptr);
-        }
+    for (PointLocator const& source : sources) {
+        for (DataArray const* const column : {source.getXColumn(), source.getYColumn()})
+            disconnect(&column->getNotices(), nullptr, this, nullptr);
     }
     sources.clear();
     ranges.clear();
@@ -129,14 +126,14 @@ void TrackedPoints::fillColumn(int column)
 /// Enters the points of a range from @p from on in these columns of cells, and in no other.
 void TrackedPoints::enter(Range const& range, int from, int firstColumn, int lastColumn)
 {
-    Source const& source = sources[size_t(range.source)];
-    if (from > range.last || !source.xs || !source.ys)
+    if (from > range.last)
         return;
-    PointLocator const& locator = source.locator;
+    PointLocator const& locator = sources[size_t(range.source)];
     int const height = locator.getViewportHeight();
     int const right = map.lastPixelEntering(lastColumn);
     // The storage may have shrunk without a word from the column.
-    int const last = qMin(range.last, qMin(source.xs->dataSize(), source.ys->dataSize()) - 1);
+    int const last = qMin(
+        range.last, qMin(locator.getXColumn()->dataSize(), locator.getYColumn()->dataSize()) - 1);
     int index = locator.firstFromColumn(from, last, map.firstPixelEntering(firstColumn));
     for (; index <= last; ++index) {
         PlotPoint const point = locator.locate(index);

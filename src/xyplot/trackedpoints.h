@@ -4,7 +4,6 @@
 #include "testexport.h"
 #include "viewportmap.h"
 #include <QObject>
-#include <QPointer>
 #include <vector>
 
 /**
@@ -12,7 +11,8 @@
  *
  * Entering each point in a map while it is drawn would cost a visit to each. So a run may be noted
  * as a range of indices, whose points enter a cell of the map when somebody asks for it: the same
- * points in the same order. Before a column changes otherwise than by growing, all are entered.
+ * points in the same order. Before a column goes, or changes otherwise than by growing, all are
+ * entered.
  */
 class ZELPLOT_TEST_EXPORT TrackedPoints : public QObject
 {
@@ -39,13 +39,6 @@ public:
     QVector<int> const* cellAt(int x, int y);
 
 private:
-    /// Where the points of ranges were found.
-    struct Source
-    {
-        PointLocator locator;
-        QPointer<DataArray const> xs;
-        QPointer<DataArray const> ys;
-    };
     struct Range
     {
         int first;
@@ -67,7 +60,7 @@ private:
     void dropRanges();
 
     ViewportMap<int> map;
-    std::vector<Source> sources;
+    std::vector<PointLocator> sources; // where points of ranges were found
     std::vector<Range> ranges;
     std::vector<Progress> entered; // by column of cells; empty while nothing is
     bool handedOut = false;
