@@ -43,6 +43,11 @@ constexpr int holeEvery = 100;
 constexpr int appendedAtOnce = 10;
 constexpr int ownRepetitions = 21;
 
+// What these ratios are not to exceed.
+constexpr double floorOfMarks = 1.0;
+constexpr double floorOfSizes = 1.5;
+constexpr double floorOfPens = 1.5;
+
 Pair operator*(Pair const& pair, double factor)
 {
     return {pair.ours * factor, pair.theirs * factor};
@@ -83,8 +88,8 @@ public:
     double run()
     {
         compareAppending();
-        compareMemory();
         double const fullRedraw = compareRedraws();
+        compareMemory();
         compareLive();
         return fullRedraw;
     }
@@ -177,11 +182,8 @@ void compareMarks(OurPlot& ours, TheirPlot& theirs, Table& table)
             = mediansOf(ownRepetitions, ours, theirs, [&](PlotUnderTest& plot, int step) {
                   return msToShow(plot, viewOfAll(points, step));
               });
-        table.add({marks == Marks::Crosses ? "crosses in view" : "circles in view",
-                   "1e5",
-                   figures,
-                   "ms",
-                   {}});
+        table.add({marks == Marks::Crosses ? "crosses in view" : "circles in view", "1e5", figures,
+                   "ms", floorOfMarks});
     }
 }
 
@@ -191,18 +193,18 @@ void compareOwn(Table& table)
     OurPlot plot;
     OurPlot yardstick;
     Points const points = noisyWalk(pointsOfSeries);
-    auto const measure = [&](char const* work) {
+    auto const measure = [&](char const* work, double limit) {
         Pair const figures
             = mediansOf(ownRepetitions, plot, yardstick, [&](PlotUnderTest& shown, int step) {
                   return msToShow(shown, viewOfAll(points, step));
               });
-        table.add({work, "1e5", figures, "ms", {}});
+        table.add({work, "1e5", figures, "ms", limit});
     };
 
     plot.appendInRuns(points);
     plot.setLineThickness(3);
     yardstick.appendInRuns(points);
-    measure("pen of 3 pixels over a pen of 1");
+    measure("pen of 3 pixels over a pen of 1", floorOfPens);
 
     Points const withHoles = noisyWalk(pointsOfSeries, holeEvery);
     plot.startAnew();
@@ -213,7 +215,7 @@ void compareOwn(Table& table)
         plot.addSeries();
         plot.appendInRuns(withHoles);
     }
-    measure("40 data sets with holes over one");
+    measure("40 data sets with holes over one", seriesCount);
 }
 
 bool savePictures(OurPlot& ours, TheirPlot& theirs, QString const& folder)
@@ -277,7 +279,7 @@ int main(int argc, char** argv)
              "",
              {fullRedraws.back(), fullRedraws.front()},
              "ms",
-             {}});
+             floorOfSizes});
     compareOwn(own);
     std::puts("");
     own.print("this", "over");

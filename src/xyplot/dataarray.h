@@ -230,7 +230,7 @@ protected:
 
     /// Keeps the books of a cell just stored, that @p value was offered for; @p staysOrdered tells
     /// whether the column was and still is sorted.
-    void account(double value, bool isHole, bool staysOrdered, int memoryConsumption)
+    void account(double value, bool isHole, bool staysOrdered, qint64 memoryConsumption)
     {
         decimationCounter = 0;
         accountMemory(memoryConsumption);
@@ -265,12 +265,12 @@ protected:
     }
 
 private:
-    void accountMemory(int memoryConsumption)
+    void accountMemory(qint64 memoryConsumption)
     {
-        // Unsigned, so that a total beyond 32 bits wraps and comes back right when columns go.
-        auto const memory = static_cast<quint32>(memoryConsumption);
-        if (memory == accountedMemory)
+        if (memoryConsumption == accountedMemory)
             return;
+        // Unsigned, so that a total beyond 32 bits wraps and comes back right when columns go.
+        auto const memory = static_cast<quint32>(saturatedToInt(memoryConsumption));
         sTotalVectorMemoryConsumption += memory - accountedMemory;
         accountedMemory = memory;
     }

@@ -146,12 +146,15 @@ template<typename T> void DataArrayTemplate<T>::appendOne(double value)
 template<typename T> void DataArrayTemplate<T>::appendCell(T cell, double value)
 {
     int const validCountBefore = this->getNrOfValidValues();
-    T const before = values.isEmpty() ? cell : values.constLast(); // a first cell follows itself
-    bool const staysOrdered = this->isNondecreasing() && before <= cell && !this->isSentinel(before)
-        && !this->isSentinel(cell);
+    bool const isHole = Base::equalsDoNotUseValue(value);
+    bool staysOrdered = this->isNondecreasing();
+    if (staysOrdered) {
+        T const before
+            = values.isEmpty() ? cell : values.constLast(); // a first cell follows itself
+        staysOrdered = before <= cell && !this->isSentinel(before) && !this->isSentinel(cell);
+    }
     store(cell);
-    this->account(value, Base::equalsDoNotUseValue(value), staysOrdered,
-                  DataArrayTemplate::getMemoryConsumption());
+    this->account(value, isHole, staysOrdered, qint64(values.capacity()) * qint64(sizeof(T)));
     this->announceAppended(validCountBefore, this->isChangeHeard());
 }
 
