@@ -105,6 +105,8 @@ void AlignedStrokes::fill(Extent const& columns, Extent const& rows, bool isUpri
 {
     int const first = columns.firstPixel;
     int const last = columns.lastPixel;
+    // Most strokes; pixels of the block beside them stay as they are.
+    bool const isOneBlock = last == first + 1 && first + PixelBlock::count <= raster.getWidth();
     // Of a line of one pixel the painter gives the far half what the near one leaves of the whole.
     auto const isFarHalf = [this](Extent const& across, int pixel) {
         return isHairline && pixel * partsOfPixel > across.begin;
@@ -113,6 +115,7 @@ void AlignedStrokes::fill(Extent const& columns, Extent const& rows, bool isUpri
     Cover left;
     Cover inner;
     Cover right;
+    PixelBlock block;
     for (int y = rows.firstPixel; y <= rows.lastPixel; ++y) {
         int const overlap = rows.overlapOf(y);
         if (overlap != coveredParts || !isUpright) {
@@ -125,8 +128,14 @@ void AlignedStrokes::fill(Extent const& columns, Extent const& rows, bool isUpri
             left = coverOf(columns.overlapOf(first), first);
             inner = coverOf(partsOfPixel, first);
             right = coverOf(columns.overlapOf(last), last);
+            block.set(0, left.share, left.coverage);
+            block.set(1, right.share, right.coverage);
         }
         QRgb* const row = raster.row(y);
+        if (isOneBlock) {
+            block.blendInto(row + first);
+            continue;
+        }
         left.put(row[first]);
         if (first == last)
             continue;

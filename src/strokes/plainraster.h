@@ -4,6 +4,8 @@
 #include <QRgb>
 #include <QTransform>
 #include <QtGlobal>
+#include <array>
+#include <cstring>
 #include <optional>
 
 class QPainter;
@@ -64,3 +66,35 @@ inline void blendPixel(QRgb& pixel, QRgb share, int coverage)
 {
     pixel = share + scaledPixel(pixel, 255 - coverage);
 }
+
+/// Neighbours in a row that are blended at once, which takes compilers to the vector unit.
+struct PixelBlock
+{
+    static constexpr int count = 4;
+
+    /// A pixel whose share and coverage are none stays as it is.
+    void set(int index, QRgb penShare, int coverage)
+    {
+        share[size_t(index)] = penShare;
+        rest[size_t(index)] = ~(QRgb(coverage) * 0x01010101U);
+    }
+    /// blendPixel() for each.
+    void blendInto(QRgb* pixels) const
+    {
+        // In arrays of its own, so that no pixel might be a share.
+        std::array<quint8, sizeof share> bytes;
+        std::array<quint8, sizeof share> shares;
+        std::array<quint8, sizeof share> rests;
+        std::memcpy(bytes.data(), pixels, sizeof share);
+        std::memcpy(shares.data(), share.data(), sizeof share);
+        std::memcpy(rests.data(), rest.data(), sizeof share);
+        for (size_t i = 0; i < sizeof share; ++i) {
+            auto const product = quint16(bytes[i] * rests[i]);
+            bytes[i] = quint8(shares[i] + (quint16(product + (product >> 8) + 128) >> 8));
+        }
+        std::memcpy(pixels, bytes.data(), sizeof share);
+    }
+
+    std::array<QRgb, count> share = {}; ///< of the pen, premultiplied
+    std::array<QRgb, count> rest = {~0U, ~0U, ~0U, ~0U}; ///< what stays of 255, in each channel
+};

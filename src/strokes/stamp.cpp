@@ -1,33 +1,9 @@
 #include "stamp.h"
 
-#include "plainraster.h"
-
 #include <QImage>
 #include <QPainter>
 #include <algorithm>
-#include <cstring>
 #include <iterator>
-
-namespace {
-
-/// The same as blendPixel() for a block of pixels.
-template<int bytes = 16> inline void blendBytes(QRgb* pixels, QRgb const* shares, QRgb const* rests)
-{
-    // In arrays of its own, so that no pixel might be a share.
-    std::array<quint8, bytes> pixel;
-    std::array<quint8, bytes> share;
-    std::array<quint8, bytes> rest;
-    std::memcpy(pixel.data(), pixels, bytes);
-    std::memcpy(share.data(), shares, bytes);
-    std::memcpy(rest.data(), rests, bytes);
-    for (size_t i = 0; i < bytes; ++i) {
-        auto const product = quint16(pixel[i] * rest[i]);
-        pixel[i] = quint8(share[i] + (quint16(product + (product >> 8) + 128) >> 8));
-    }
-    std::memcpy(pixels, pixel.data(), bytes);
-}
-
-} // namespace
 
 Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
              std::function<void(QPainter&)> const& draw)
@@ -53,15 +29,14 @@ Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
             = std::find_if(std::reverse_iterator(end), std::reverse_iterator(first), isTouched)
                   .base();
         QPoint const left = extent.topLeft() + QPoint(int(first - begin), y);
-        int const blocks = (int(last - first) + blockPixels - 1) / blockPixels;
+        int const blocks = (int(last - first) + PixelBlock::count - 1) / PixelBlock::count;
         rows.push_back({left, blocks});
-        place |= QRect(left, QSize(blocks * blockPixels, 1));
-        for (int i = 0; i < blocks * blockPixels; ++i) {
-            if (i % blockPixels == 0)
+        place |= QRect(left, QSize(blocks * PixelBlock::count, 1));
+        for (auto const* pixel = first; pixel != last; ++pixel) {
+            int const index = int(pixel - first) % PixelBlock::count;
+            if (index == 0)
                 pixels.emplace_back();
-            QRgb const pixel = first + i < last ? first[i] : 0;
-            pixels.back().share[size_t(i % blockPixels)] = pixel;
-            pixels.back().rest[size_t(i % blockPixels)] = ~(uint(qAlpha(pixel)) * 0x01010101U);
+            pixels.back().set(index, *pixel, qAlpha(*pixel));
         }
     }
 }
@@ -69,7 +44,7 @@ Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
 void Stamp::ink(QRgb penColor)
 {
     color = penColor;
-    for (Block& block : pixels) {
+    for (PixelBlock& block : pixels) {
         for (QRgb& share : block.share)
             share = scaledPixel(penColor, qAlpha(share));
     }
@@ -84,10 +59,10 @@ void Stamp::put(PlainRaster const& raster, QPoint origin, QRgb penColor)
 {
     if (color != penColor)
         ink(penColor);
-    Block const* block = pixels.data();
+    PixelBlock const* block = pixels.data();
     for (Row const& row : rows) {
         QRgb* pixel = raster.row(origin.y() + row.left.y()) + origin.x() + row.left.x();
-        for (int i = 0; i < row.blocks; ++i, ++block, pixel += blockPixels)
-            blendBytes(pixel, block->share.data(), block->rest.data());
+        for (int i = 0; i < row.blocks; ++i, ++block, pixel += PixelBlock::count)
+            block->blendInto(pixel);
     }
 }

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "plainraster.h"
 #include <QRect>
 #include <QRgb>
-#include <array>
 #include <functional>
 #include <vector>
 
-class PlainRaster;
 class QPainter;
 
 /// A small antialiased drawing with an opaque pen, painted once and put in place as often as asked.
@@ -29,13 +28,6 @@ public:
 private:
     void ink(QRgb penColor);
 
-    /// Pixels blended at once, for which compilers use the vector unit.
-    static constexpr int blockPixels = 4;
-    struct Block
-    {
-        std::array<QRgb, blockPixels> share; // of the pen, premultiplied
-        std::array<QRgb, blockPixels> rest; // what stays of the pixel, the same in all channels
-    };
     struct Row
     {
         QPoint left; // first pixel touched, device pixels from the origin
@@ -44,6 +36,6 @@ private:
 
     QRect place; // of all rows
     std::vector<Row> rows;
-    std::vector<Block> pixels; // of the rows
-    QRgb color = 0; // of the shares
+    std::vector<PixelBlock> pixels; // of the rows
+    QRgb color = 0; // of their shares
 };

@@ -67,7 +67,7 @@ bool ColumnRuns::endsSoon(int index) const
 {
     int const soon = index + runWorthASearch;
     return (!locator->hasFixedY() && ys->firstHole(index + 1, soon) <= soon)
-        || xs->firstStepAbove(index, soon, threshold) <= soon;
+        || (threshold == threshold && xs->firstStepAbove(index, soon, threshold) <= soon);
 }
 
 int ColumnRuns::cutAtHole(int index, int last, Extent& extent) const
