@@ -1,6 +1,7 @@
 #pragma once
 
 #include "testexport.h"
+#include <QPoint>
 #include <QRgb>
 #include <QTransform>
 #include <QtGlobal>
@@ -26,6 +27,12 @@ public:
     bool isNull() const { return !pixels; }
     int getWidth() const { return width; }
     int getHeight() const { return height; }
+    bool holds(QPoint pixel) const
+    {
+        return pixel.x() >= 0 && pixel.x() < width && pixel.y() >= 0 && pixel.y() < height;
+    }
+    /// Pixels from one row to the next.
+    qsizetype getStride() const { return stride; }
     /// Row @p y, 0 being the top one.
     QRgb* row(int y) const { return pixels + y * stride; }
     /// From the coordinates of the painter to pixels.
@@ -35,7 +42,7 @@ private:
     QRgb* pixels = nullptr;
     int width = 0;
     int height = 0;
-    qsizetype stride = 0; // pixels from one row to the next
+    qsizetype stride = 0;
     QTransform transform;
 };
 

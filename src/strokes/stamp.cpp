@@ -28,15 +28,14 @@ Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
         auto const* const last
             = std::find_if(std::reverse_iterator(end), std::reverse_iterator(first), isTouched)
                   .base();
-        QPoint const left = extent.topLeft() + QPoint(int(first - begin), y);
-        int const blocks = (int(last - first) + PixelBlock::count - 1) / PixelBlock::count;
-        rows.push_back({left, blocks});
-        place |= QRect(left, QSize(blocks * PixelBlock::count, 1));
         for (auto const* pixel = first; pixel != last; ++pixel) {
             int const index = int(pixel - first) % PixelBlock::count;
-            if (index == 0)
-                pixels.emplace_back();
-            pixels.back().set(index, *pixel, qAlpha(*pixel));
+            if (index == 0) {
+                QPoint const left = extent.topLeft() + QPoint(int(pixel - begin), y);
+                blocks.push_back({left, {}});
+                place |= QRect(left, QSize(PixelBlock::count, 1));
+            }
+            blocks.back().pixels.set(index, *pixel, qAlpha(*pixel));
         }
     }
 }
@@ -44,25 +43,17 @@ Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
 void Stamp::ink(QRgb penColor)
 {
     color = penColor;
-    for (PixelBlock& block : pixels) {
-        for (QRgb& share : block.share)
+    for (Block& block : blocks) {
+        for (QRgb& share : block.pixels.share)
             share = scaledPixel(penColor, qAlpha(share));
     }
-}
-
-bool Stamp::fits(PlainRaster const& raster, QPoint origin) const
-{
-    return QRect(0, 0, raster.getWidth(), raster.getHeight()).contains(place.translated(origin));
 }
 
 void Stamp::put(PlainRaster const& raster, QPoint origin, QRgb penColor)
 {
     if (color != penColor)
         ink(penColor);
-    PixelBlock const* block = pixels.data();
-    for (Row const& row : rows) {
-        QRgb* pixel = raster.row(origin.y() + row.left.y()) + origin.x() + row.left.x();
-        for (int i = 0; i < row.blocks; ++i, ++block, pixel += PixelBlock::count)
-            block->blendInto(pixel);
-    }
+    QRgb* const pixels = raster.row(origin.y()) + origin.x();
+    for (Block const& block : blocks)
+        block.pixels.blendInto(pixels + block.left.y() * raster.getStride() + block.left.x());
 }

@@ -21,21 +21,23 @@ public:
     Stamp(QRect const& extent, int penWidth, int ratio, std::function<void(QPainter&)> const& draw);
 
     /// Whether it lies wholly on the raster about @p origin, in device pixels.
-    bool fits(PlainRaster const& raster, QPoint origin) const;
+    bool fits(PlainRaster const& raster, QPoint origin) const
+    {
+        return raster.holds(origin + place.topLeft()) && raster.holds(origin + place.bottomRight());
+    }
     /// Puts it where it fits.
     void put(PlainRaster const& raster, QPoint origin, QRgb penColor);
 
 private:
     void ink(QRgb penColor);
 
-    struct Row
+    struct Block
     {
-        QPoint left; // first pixel touched, device pixels from the origin
-        int blocks;
+        QPoint left; // its first pixel, device pixels from the origin
+        PixelBlock pixels;
     };
 
-    QRect place; // of all rows
-    std::vector<Row> rows;
-    std::vector<PixelBlock> pixels; // of the rows
+    QRect place; // of all blocks
+    std::vector<Block> blocks;
     QRgb color = 0; // of their shares
 };

@@ -25,12 +25,6 @@ void StampedDrawings::setPen(std::optional<PlainPen> const& pen)
         color = pen->color;
 }
 
-/// Roughly, so that no arithmetic overflows.
-bool StampedDrawings::isOnRaster(QPoint place) const
-{
-    return QRect(0, 0, raster.getWidth(), raster.getHeight()).contains(place);
-}
-
 QPoint StampedDrawings::devicePixel(QPoint place) const
 {
     return origin + QPoint(place.x(), -place.y()) * ratio;
@@ -38,7 +32,7 @@ QPoint StampedDrawings::devicePixel(QPoint place) const
 
 bool StampedDrawings::drawLine(QLine line)
 {
-    if (!stamps || line.dx() != 1 || !isOnRaster(line.p1()))
+    if (!stamps || line.dx() != 1 || !raster.holds(line.p1()))
         return false;
     Stamp* const stamp = stamps->stroke(line.dy());
     QPoint const place = devicePixel(line.p1());
@@ -50,7 +44,8 @@ bool StampedDrawings::drawLine(QLine line)
 
 bool StampedDrawings::drawSymbol(QPoint centre, E_SYMBOL symbol, int radius)
 {
-    if (!stamps || !isOnRaster(centre))
+    // Roughly, so that no arithmetic overflows.
+    if (!stamps || !raster.holds(centre))
         return false;
     if (!symbolStamps || symbol != stampedSymbol || radius != stampedRadius) {
         stampedSymbol = symbol;

@@ -32,7 +32,6 @@ public:
     bool drawSymbol(QPoint centre, E_SYMBOL symbol, int radius);
 
 private:
-    bool isOnRaster(QPoint place) const;
     QPoint devicePixel(QPoint place) const;
 
     PlainRaster const& raster;
