@@ -1,13 +1,14 @@
 #pragma once
 
 #include "abstractdataarraytemplate.h"
+#include "cellvector.h"
 #include "columnsummary.h"
 #include "zelplot_export.h"
-#include <QVector>
 #include <algorithm>
 #include <memory>
 #include <type_traits>
 #include <typeinfo>
+#include <utility>
 
 /**
  * A column that stores every cell: the one for ordinary measurements.
@@ -30,11 +31,11 @@ public:
     ~DataArrayTemplate() override { this->announceChangeOfCells(); }
 
     double getValue(int index) const override { return this->toDouble(values[index]); }
-    int dataSize() const override { return static_cast<int>(values.size()); }
+    int dataSize() const override { return values.size(); }
     bool holdsDoNotUseValue(int index) const override { return this->isSentinel(values[index]); }
     void clearData() override
     {
-        values = QVector<T>();
+        values.assign({});
         summary.reset();
     }
     void appendData(double value) override { store(this->toTyped(value)); }
@@ -44,7 +45,9 @@ public:
     /// NaN finds the first hole if the column has a sentinel, else nothing.
     int linearSearchIndexOf(double value) const override
     {
-        return static_cast<int>(values.indexOf(this->toTyped(value)));
+        T const* const end = values.data() + values.size();
+        T const* const found = std::find(values.data(), end, this->toTyped(value));
+        return found == end ? -1 : static_cast<int>(found - values.data());
     }
     void squeezeData() override { values.squeeze(); }
     /// Counts what is allocated, not what is filled.
@@ -120,7 +123,7 @@ private:
     enum class Subclassed : char { Unknown, No, Yes }; // first known with the first append
 
     Subclassed subclassed = Subclassed::Unknown;
-    QVector<T> values;
+    CellVector<T> values;
     mutable std::unique_ptr<ColumnSummary> summary; // made when first asked for; of double only
 };
 
@@ -149,8 +152,7 @@ template<typename T> void DataArrayTemplate<T>::appendCell(T cell, double value)
     bool const isHole = Base::equalsDoNotUseValue(value);
     bool staysOrdered = this->isNondecreasing();
     if (staysOrdered) {
-        T const before
-            = values.isEmpty() ? cell : values.constLast(); // a first cell follows itself
+        T const before = values.isEmpty() ? cell : values.last(); // a first cell follows itself
         staysOrdered = before <= cell && !this->isSentinel(before) && !this->isSentinel(cell);
     }
     store(cell);
@@ -166,26 +168,26 @@ template<typename T> void DataArrayTemplate<T>::appendRun(double const* newValue
         return;
     }
     int const validCountBefore = this->getNrOfValidValues();
-    qsizetype const sizeBefore = values.size();
-    double const before = sizeBefore > 0 ? this->toDouble(values.constLast())
-                                         : -std::numeric_limits<double>::infinity();
+    int const sizeBefore = values.size();
+    double const before
+        = sizeBefore > 0 ? this->toDouble(values.last()) : -std::numeric_limits<double>::infinity();
     double const hole = this->hasDoNotUseValue ? this->doNotUseValue : NaN;
-    values.resize(sizeBefore + count);
+    T* const cells = values.extend(count);
     if (this->hasDoNotUseValue)
-        std::transform(newValues, newValues + count, values.begin() + sizeBefore,
+        std::transform(newValues, newValues + count, cells,
                        [this](double value) { return this->toTyped(value); });
     else
-        std::copy(newValues, newValues + count, values.begin() + sizeBefore);
+        std::copy(newValues, newValues + count, cells);
     if (summary)
         summary->appended(getCells());
     this->accountRun(newValues, count, hole, before, DataArrayTemplate::getMemoryConsumption());
-    this->announceRun(static_cast<int>(sizeBefore), count);
+    this->announceRun(sizeBefore, count);
     this->announceAppended(validCountBefore);
 }
 
 template<typename T> void DataArrayTemplate<T>::replaceData(int index, double value)
 {
-    values[index] = this->toTyped(value);
+    values.set(index, this->toTyped(value));
     if (summary)
         summary->replaced(getCells(), index);
 }
@@ -204,17 +206,17 @@ template<typename T> void DataArrayTemplate<T>::removeData(int startIndex, int c
 template<typename T> void DataArrayTemplate<T>::removeOddIndexedData()
 {
     // Grown anew instead of closed up in place, so that thinning also gives back memory.
-    QVector<T> const all = values;
     summary.reset();
-    values = QVector<T>();
-    for (qsizetype i = 0; i < all.size(); i += 2)
-        values.append(all[i]);
+    QVector<T> kept;
+    for (int i = 0; i < values.size(); i += 2)
+        kept.append(values[i]);
+    values.assign(std::move(kept));
 }
 
 template<typename T> ColumnSummary::Cells DataArrayTemplate<T>::getCells() const
 {
     if constexpr (std::is_same_v<T, double>)
-        return {values.constData(), dataSize(), this->hasDoNotUseValue ? this->doNotUseValue : NaN};
+        return {values.data(), values.size(), this->hasDoNotUseValue ? this->doNotUseValue : NaN};
     else
         return {}; // never summarized
 }
