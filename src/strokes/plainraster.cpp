@@ -60,7 +60,8 @@ std::optional<PlainPen> PlainPen::of(QPen const& pen)
     double const width = pen.widthF();
     bool const isPlain = pen.style() == Qt::SolidLine && width >= 1.0 && width <= widestPen
         && width == std::floor(width) && !pen.isCosmetic() && pen.capStyle() == Qt::SquareCap
-        && pen.brush().style() == Qt::SolidPattern && pen.color().alphaF() == 1.0F;
+        && pen.joinStyle() == Qt::BevelJoin && pen.brush().style() == Qt::SolidPattern
+        && pen.color().alphaF() == 1.0F;
     if (!isPlain)
         return std::nullopt;
     return PlainPen{pen.color().rgb(), int(width)};
