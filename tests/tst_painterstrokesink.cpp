@@ -68,6 +68,11 @@ void tst_PainterStrokeSink::linesLookAsThePaintersOwn_data()
     };
     row("all in clip", true, [](QPainter& p) { p.setClipRect(0, 0, width, height); });
     row("clipped", false, [](QPainter& p) { p.setClipRect(0, 0, width, 5); });
+    row("clipped aslant", false, [](QPainter& p) {
+        p.rotate(0.3);
+        p.setClipRect(0, 0, width + 1, height + 1);
+        p.rotate(-0.3);
+    });
     row("dashes", false, [](QPainter& p) { p.setPen(QPen(Qt::red, 1, Qt::DashLine)); });
     row("fractional", false, [](QPainter& p) { p.setPen(QPen(Qt::red, 1.5)); });
     row("flat ends", false,
