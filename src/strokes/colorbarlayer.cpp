@@ -31,11 +31,12 @@ void ColorBarLayer::drawSymbol(QPoint centre, E_SYMBOL symbol, int radius)
 /// For what lies between these rows of the viewport, with the pen in force; null if nobody sees it.
 QPainter* ColorBarLayer::painterFor(int lowest, int highest)
 {
-    // Joins and caps reach less far than the whole width, which is a pixel of the image at least.
-    double const reach = std::max(currentPen.widthF() * ratio, 1.0) + 2.0;
+    // Joins and caps reach less far than the whole width. Below a pixel to a unit the painter
+    // samples parts of an image unlike the whole, so there all rows count.
+    double const reach = ratio < 1.0 ? 2.0 * pixelLimit : std::max(currentPen.widthF(), 1.0) + 1.0;
     int const height = truncateToInt(std::ceil(viewport.height() * ratio));
-    int const first = std::max(truncateToInt(std::floor(lowest * ratio - reach)), 0);
-    int const last = std::min(truncateToInt(std::ceil(highest * ratio + reach)), height - 1);
+    int const first = std::max(truncateToInt(std::floor((lowest - reach) * ratio)), 0);
+    int const last = std::min(truncateToInt(std::ceil((highest + reach) * ratio)), height - 1);
     if (last < first)
         return nullptr;
     if (image.isNull())
