@@ -64,6 +64,9 @@ Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
             pixels.back().rest[size_t(i % blockPixels)] = ~(uint(qAlpha(pixel)) * 0x01010101U);
         }
     }
+    // Kept for the life of the process.
+    rows.shrink_to_fit();
+    pixels.shrink_to_fit();
 }
 
 void Stamp::ink(QRgb penColor)

@@ -60,7 +60,7 @@ bool StampSet::isSteady(int rise) const
 
 Stamp* StampSet::stroke(int rise)
 {
-    if (std::abs(rise) > highestRise || !isSteady(rise))
+    if (std::abs(rise) > highestRise / pixelRatio || !isSteady(rise))
         return nullptr;
     int const slot = rise + highestRise;
     std::unique_ptr<Stamp>& stamp = strokes[size_t(slot)];
