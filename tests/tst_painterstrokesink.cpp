@@ -68,6 +68,11 @@ void tst_PainterStrokeSink::linesLookAsThePaintersOwn_data()
     };
     row("all in clip", true, [](QPainter& p) { p.setClipRect(0, 0, width, height); });
     row("clipped", false, [](QPainter& p) { p.setClipRect(0, 0, width, 5); });
+    row("clipped aslant", false, [](QPainter& p) {
+        p.rotate(0.3);
+        p.setClipRect(0, 0, width + 1, height + 1);
+        p.rotate(-0.3);
+    });
     row("dashes", false, [](QPainter& p) { p.setPen(QPen(Qt::red, 1, Qt::DashLine)); });
     row("fractional", false, [](QPainter& p) { p.setPen(QPen(Qt::red, 1.5)); });
     row("flat ends", false,
@@ -75,7 +80,11 @@ void tst_PainterStrokeSink::linesLookAsThePaintersOwn_data()
     row("lucent", false, [](QPainter& p) { p.setPen(QPen(QColor(0, 0, 0, 90), 1)); });
     row("hatched", false, [](QPainter& p) { p.setPen(QPen(Qt::Dense4Pattern, 1)); });
     row("hard", false, [](QPainter& p) { p.setRenderHint(QPainter::Antialiasing, false); });
+    row("mitred", false, [](QPainter& p) {
+        p.setPen(QPen(Qt::red, 1, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    });
     row("shifted", false, [](QPainter& p) { p.translate(0.3, 0.0); });
+    row("far away", false, [](QPainter& p) { p.translate(std::numeric_limits<int>::max(), 0.0); });
     row("faded", false, [](QPainter& p) { p.setOpacity(0.5); });
     row("added", false, [](QPainter& p) { p.setCompositionMode(QPainter::CompositionMode_Plus); });
 }
@@ -125,7 +134,7 @@ void tst_PainterStrokeSink::linesLookAsThePaintersOwn()
 void tst_PainterStrokeSink::symbolsLookAsThePaintersOwn_data()
 {
     QTest::addColumn<double>("ratio");
-    for (double const ratio : {1.0, 1.5, 2.0, 5.0})
+    for (double const ratio : {1.0, 1.5, 2.0, 4.0, 5.0})
         QTest::addRow("ratio %g", ratio) << ratio;
 }
 

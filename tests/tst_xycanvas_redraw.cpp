@@ -62,6 +62,10 @@ void tst_XYCanvasRedraw::layers()
     for (E_ORIENTATION_TYPE const axis : {eHORIZONTAL, eVERTICAL})
         stage->setGrid(axis, new RecordingGrid(axis, stage.operator->()), false);
     makeColorBar(stage.add({40, 80}, {1, 1}, Qt::red), 20);
+    XYDataSet* const marked = stage.add({150}, {1});
+    makeColorBar(marked, 50);
+    marked->getLook()->setDefault(Qt::red, SYMBOL_PLUS, Qt::SolidLine, 1);
+    marked->getLook()->setSymbolSize(-40); // as large as 40
     stage.add({50, 50.1}, {0, 100}, Qt::blue)->getLook()->setDefaultLineThickness(4);
     Marker_t back{eBACKGROUND_MARKER, eVERTICAL, 50, Qt::green, Qt::SolidLine, 1, {}};
     Marker_t front{eFOREGROUND_MARKER, eHORIZONTAL, 60, Qt::magenta, Qt::SolidLine, 1, {}};
@@ -70,10 +74,11 @@ void tst_XYCanvasRedraw::layers()
     QCOMPARE(RecordingGrid::calls, QByteArray("YXyx"));
     QCOMPARE(picture.at(50, 50), QColor(Qt::blue)); // data over a background marker
     QCOMPARE(picture.at(50, 20), QColor(Qt::red)); // colour bar over a line
+    QCOMPARE(picture.at(150, 65), QColor(Qt::red)); // a symbol beyond its bar
     QCOMPARE(picture.at(60, 20), QColor(Qt::magenta)); // foreground over all
     QVERIFY(picture.at(90, 20) != Qt::white); // its groove goes on
     stage.dataSets[0]->append(120, 1);
-    stage.dataSets[1]->append(119, 60);
+    stage.dataSets[2]->append(119, 60);
     stage->drawNewPointsOnBackGround();
     QCOMPARE(stage.paint().at(84, 20), QColor(Qt::red)); // also over a line of a later run
 }

@@ -22,7 +22,8 @@ void ColorBarLayer::drawLine(QLine line)
 
 void ColorBarLayer::drawSymbol(QPoint centre, E_SYMBOL symbol, int radius)
 {
-    int const reach = qBound(0, radius, pixelLimit);
+    // A negative radius turns a symbol over.
+    int const reach = qAbs(qBound(-pixelLimit, radius, pixelLimit));
     if (QPainter* const target = painterFor(centre.y() - reach, centre.y() + reach))
         paintSymbol(*target, centre, symbol, radius);
 }
@@ -30,8 +31,9 @@ void ColorBarLayer::drawSymbol(QPoint centre, E_SYMBOL symbol, int radius)
 /// For what lies between these rows of the viewport, with the pen in force; null if nobody sees it.
 QPainter* ColorBarLayer::painterFor(int lowest, int highest)
 {
-    // Joins and caps reach less far than the whole width.
-    double const reach = std::max(currentPen.widthF(), 1.0) + 1.0;
+    // Joins and caps reach less far than the whole width. Below a pixel to a unit the painter
+    // samples parts of an image unlike the whole, so there all rows count.
+    double const reach = ratio < 1.0 ? 2.0 * pixelLimit : std::max(currentPen.widthF(), 1.0) + 1.0;
     int const height = truncateToInt(std::ceil(viewport.height() * ratio));
     int const first = std::max(truncateToInt(std::floor((lowest - reach) * ratio)), 0);
     int const last = std::min(truncateToInt(std::ceil((highest + reach) * ratio)), height - 1);
@@ -55,9 +57,9 @@ void ColorBarLayer::open()
                    truncateToInt(std::ceil(viewport.height() * ratio)),
                    QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
+    isCleared.resize(size_t(image.height()));
     if (!painter.begin(&image))
         return;
-    isCleared.resize(size_t(image.height()));
     painter.setViewport(QRect(QPoint(0, 0), viewport));
     painter.setWindow(QRect(QPoint(0, 0), viewport));
 }

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPen>
 #include <cmath>
 
@@ -13,6 +14,9 @@ constexpr int largestExtent = 0x3fff;
 
 /// Wider pens are none for curves.
 constexpr int widestPen = 1000;
+
+/// Device pixels by which errors of a transform may move the edge of a clip.
+constexpr double slack = 1e-6;
 
 /// Whether pixels of the image may be written beside the painter.
 bool isPlain(QImage const& image)
@@ -27,9 +31,11 @@ bool paintsWholeImage(QPainter const& painter, QRect image)
 {
     if (!painter.hasClipping())
         return true;
-    QRegion const clip = painter.clipRegion();
-    return clip.rectCount() == 1
-        && painter.deviceTransform().mapRect(QRectF(clip.boundingRect())).contains(image);
+    // The region of the clip would be rounded to units.
+    QPainterPath const clip = painter.deviceTransform().map(painter.clipPath());
+    QPainterPath pixels;
+    pixels.addRect(QRectF(image).adjusted(slack, slack, -slack, -slack));
+    return pixels.subtracted(clip).isEmpty();
 }
 
 bool paintsPlainly(QPainter const& painter)
@@ -60,7 +66,8 @@ std::optional<PlainPen> PlainPen::of(QPen const& pen)
     double const width = pen.widthF();
     bool const isPlain = pen.style() == Qt::SolidLine && width >= 1.0 && width <= widestPen
         && width == std::floor(width) && !pen.isCosmetic() && pen.capStyle() == Qt::SquareCap
-        && pen.brush().style() == Qt::SolidPattern && pen.color().alphaF() == 1.0F;
+        && pen.joinStyle() == Qt::BevelJoin && pen.brush().style() == Qt::SolidPattern
+        && pen.color().alphaF() == 1.0F;
     if (!isPlain)
         return std::nullopt;
     return PlainPen{pen.color().rgb(), int(width)};

@@ -50,7 +50,7 @@ private:
 struct ZELPLOT_TEST_EXPORT PlainPen
 {
     /// None for a pen that is lucent, patterned, dashed, cosmetic, of a broken width, or without
-    /// square ends.
+    /// square ends and bevelled joins.
     static std::optional<PlainPen> of(QPen const& pen);
 
     QRgb color;

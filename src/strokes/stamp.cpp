@@ -38,6 +38,9 @@ Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
             blocks.back().pixels.set(index, *pixel, qAlpha(*pixel));
         }
     }
+    // Kept for the life of the process.
+    rows.shrink_to_fit();
+    pixels.shrink_to_fit();
 }
 
 void Stamp::ink(QRgb penColor)

@@ -10,7 +10,8 @@ StampedDrawings::StampedDrawings(PlainRaster const& plainRaster)
         return;
     QTransform const& transform = raster.getTransform();
     int const pixels = truncateToInt(transform.m11());
-    origin = QPoint(truncateToInt(transform.dx()), truncateToInt(transform.dy()));
+    // Farther out than pixelLimit it differs, which leaves room for sums.
+    origin = QPoint(roundToPixel(transform.dx()), roundToPixel(transform.dy()));
     bool const isAtCorners
         = transform == QTransform(pixels, 0.0, 0.0, -pixels, origin.x(), origin.y());
     if (isAtCorners)

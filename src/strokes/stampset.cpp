@@ -60,7 +60,7 @@ bool StampSet::isSteady(int rise) const
 
 Stamp* StampSet::stroke(int rise)
 {
-    if (std::abs(rise) > highestRise || !isSteady(rise))
+    if (std::abs(rise) > highestRise / pixelRatio || !isSteady(rise))
         return nullptr;
     int const slot = rise + highestRise;
     std::unique_ptr<Stamp>& stamp = strokes[size_t(slot)];
@@ -80,7 +80,8 @@ std::vector<Stamp>& StampSet::symbol(E_SYMBOL symbol, int radius)
     bool const isUnsteady = !isHairline()
         && std::find(std::begin(unsteadySymbols), std::end(unsteadySymbols), symbol)
             != std::end(unsteadySymbols);
-    if (!isSymbol || isUnsteady || radius < 0 || radius > largestRadius)
+    // Of radius 0 the lines are dots, whose positions the painter rounds.
+    if (!isSymbol || isUnsteady || radius < 1 || radius > largestRadius)
         return none;
     std::vector<Stamp>& stamps = symbols[{symbol, radius}];
     if (stamps.empty())
