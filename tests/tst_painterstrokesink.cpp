@@ -149,13 +149,15 @@ void tst_PainterStrokeSink::symbolsLookAsThePaintersOwn()
             PainterStrokeSink sink(pictures.painter);
             for (int i = 0; i < 200; ++i) {
                 QPen pen = pictures.painter.pen();
-                if (i % 20 == 0) {
+                if (i % 20 == 0 && i <= 100) { // then all of one colour at one place
                     pen.setColor(QColor::fromRgb(random.generate()));
                     pen.setWidth(random.bounded(1, 4));
                 }
                 sink.setPen(pen);
                 pictures.reference.setPen(pen);
-                QPoint const centre(random.bounded(width + 1), random.bounded(height + 1));
+                QPoint centre(random.bounded(width + 1), random.bounded(height + 1));
+                if (i >= 100)
+                    centre = QPoint(width, height) / 2;
                 sink.drawSymbol(centre, E_SYMBOL(symbol), radius);
                 paintSymbol(pictures.reference, centre, E_SYMBOL(symbol), radius);
             }

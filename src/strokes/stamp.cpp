@@ -1,27 +1,16 @@
 #include "stamp.h"
 
 #include <QImage>
-#include <QPainter>
 #include <algorithm>
 #include <iterator>
 
-Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
-             std::function<void(QPainter&)> const& draw)
+Stamp::Stamp(QImage const& coverage, QPoint topLeft)
     : color(qRgb(0, 0, 0))
 {
-    QImage image(extent.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setTransform(QTransform(ratio, 0.0, 0.0, -ratio, -extent.left(), -extent.top()));
-    painter.setPen(QPen(QColor(color), penWidth, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
-    draw(painter);
-    painter.end();
-
     auto const isTouched = [](QRgb pixel) { return qAlpha(pixel) != 0; };
-    for (int y = 0; y < image.height(); ++y) {
-        auto const* const begin = reinterpret_cast<QRgb const*>(image.constScanLine(y));
-        auto const* const end = begin + image.width();
+    for (int y = 0; y < coverage.height(); ++y) {
+        auto const* const begin = reinterpret_cast<QRgb const*>(coverage.constScanLine(y));
+        auto const* const end = begin + coverage.width();
         auto const* const first = std::find_if(begin, end, isTouched);
         if (first == end)
             continue;
@@ -31,7 +20,7 @@ Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
         for (auto const* pixel = first; pixel != last; ++pixel) {
             int const index = int(pixel - first) % PixelBlock::count;
             if (index == 0) {
-                QPoint const left = extent.topLeft() + QPoint(int(pixel - begin), y);
+                QPoint const left = topLeft + QPoint(int(pixel - begin), y);
                 blocks.push_back({left, {}});
                 place |= QRect(left, QSize(PixelBlock::count, 1));
             }
@@ -39,8 +28,7 @@ Stamp::Stamp(QRect const& extent, int penWidth, int ratio,
         }
     }
     // Kept for the life of the process.
-    rows.shrink_to_fit();
-    pixels.shrink_to_fit();
+    blocks.shrink_to_fit();
 }
 
 void Stamp::ink(QRgb penColor)

@@ -3,22 +3,17 @@
 #include "plainraster.h"
 #include <QRect>
 #include <QRgb>
-#include <functional>
 #include <vector>
 
-class QPainter;
+class QImage;
 
 /// A small antialiased drawing with an opaque pen, painted once and put in place as often as asked.
 class Stamp
 {
 public:
-    /**
-     * @param extent  device pixels about the origin that the drawing may touch, y downwards
-     * @param penWidth  units
-     * @param ratio  device pixels to a unit
-     * @param draw  paints about the origin, y upwards, with the pen of the painter
-     */
-    Stamp(QRect const& extent, int penWidth, int ratio, std::function<void(QPainter&)> const& draw);
+    /// @param coverage  whose alpha tells what the drawing covers of each pixel
+    /// @param topLeft  of the coverage, device pixels from the origin, y downwards
+    Stamp(QImage const& coverage, QPoint topLeft);
 
     /// Whether it lies wholly on the raster about @p origin, in device pixels.
     bool fits(PlainRaster const& raster, QPoint origin) const

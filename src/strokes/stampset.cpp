@@ -1,5 +1,6 @@
 #include "stampset.h"
 
+#include "coveragelayers.h"
 #include "symbolpainter.h"
 
 #include <QPainter>
@@ -67,9 +68,8 @@ Stamp* StampSet::stroke(int rise)
     if (!stamp) {
         QPoint const end(1, rise);
         QRect const points(0, std::min(rise, 0), 2, std::abs(rise) + 1);
-        stamp = std::make_unique<Stamp>(
-            extentAbout(points), width, pixelRatio,
-            [&](QPainter& painter) { painter.drawLine(QPoint(0, 0), end); });
+        stamp = std::make_unique<Stamp>(makeStamp(
+            extentAbout(points), [&](QPainter& painter) { painter.drawLine(QPoint(0, 0), end); }));
     }
     return stamp.get();
 }
@@ -83,13 +83,14 @@ std::vector<Stamp>& StampSet::symbol(E_SYMBOL symbol, int radius)
     // Of radius 0 the lines are dots, whose positions the painter rounds.
     if (!isSymbol || isUnsteady || radius < 1 || radius > largestRadius)
         return none;
-    std::vector<Stamp>& stamps = symbols[{symbol, radius}];
-    if (stamps.empty())
-        stamps = makeSymbol(symbol, radius);
-    return stamps;
+    auto const key = std::pair(int(symbol), radius);
+    auto place = symbols.find(key);
+    if (place == symbols.end())
+        place = symbols.emplace(key, makeSymbol(symbol, radius)).first;
+    return place->second;
 }
 
-/// Lines that cross each cover pixels twice, so each is a stamp of its own.
+/// Lines that cross each cover pixels twice, so each is a stamp of its own; an outline may.
 std::vector<Stamp> StampSet::makeSymbol(E_SYMBOL symbol, int radius) const
 {
     QPoint const corner(radius, radius);
@@ -97,14 +98,38 @@ std::vector<Stamp> StampSet::makeSymbol(E_SYMBOL symbol, int radius) const
     std::vector<Stamp> stamps;
     SymbolLines const lines = linesOfSymbol(symbol);
     for (SymbolLine const& line : lines) {
-        stamps.emplace_back(extent, width, pixelRatio, [&](QPainter& painter) {
+        stamps.push_back(makeStamp(extent, [&](QPainter& painter) {
             painter.drawLine(line.from * radius, line.to * radius);
-        });
+        }));
     }
-    if (lines.count == 0) {
-        stamps.emplace_back(extent, width, pixelRatio, [&](QPainter& painter) {
+    if (lines.count > 0)
+        return stamps;
+    auto const sample = [&](QColor const& background, QColor const& pen) {
+        return paint(extent, background, pen, [&](QPainter& painter) {
             paintSymbol(painter, QPoint(0, 0), symbol, radius);
         });
-    }
+    };
+    for (QImage const& layer : coverageLayers(sample))
+        stamps.emplace_back(layer, extent.topLeft());
     return stamps;
+}
+
+/// About the origin with y upwards, as on the canvas; the extent counts device pixels downwards.
+QImage StampSet::paint(QRect const& extent, QColor const& background, QColor const& pen,
+                       std::function<void(QPainter&)> const& draw) const
+{
+    QImage image(extent.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(background);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(
+        QTransform(pixelRatio, 0.0, 0.0, -pixelRatio, -extent.left(), -extent.top()));
+    painter.setPen(QPen(pen, width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    draw(painter);
+    return image;
+}
+
+Stamp StampSet::makeStamp(QRect const& extent, std::function<void(QPainter&)> const& draw) const
+{
+    return {paint(extent, Qt::transparent, Qt::black, draw), extent.topLeft()};
 }

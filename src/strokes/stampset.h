@@ -2,11 +2,15 @@
 
 #include "look.h"
 #include "stamp.h"
+#include <QImage>
 #include <array>
+#include <functional>
 #include <map>
 #include <memory>
 #include <utility>
 #include <vector>
+
+class QPainter;
 
 /**
  * The stamps of one width of the pen: of symbols, and of strokes to the next column of pixels.
@@ -40,6 +44,9 @@ private:
     bool isSteady(int rise) const;
     std::vector<Stamp> makeSymbol(E_SYMBOL symbol, int radius) const;
     QRect extentAbout(QRect const& points) const;
+    QImage paint(QRect const& extent, QColor const& background, QColor const& pen,
+                 std::function<void(QPainter&)> const& draw) const;
+    Stamp makeStamp(QRect const& extent, std::function<void(QPainter&)> const& draw) const;
 
     int width = 1;
     int pixelRatio = 1;
