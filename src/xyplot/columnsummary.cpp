@@ -136,30 +136,52 @@ RunSummary ColumnSummary::of(Cells const& cells, int first, int last) const
     return summary;
 }
 
+/// Level by level from both ends inwards: what is left over of the nodes of one level is within
+/// nodes of the next.
 RunSummary ColumnSummary::extentOf(Cells const& cells, int first, int last) const
 {
-    RunSummary extent;
-    auto const include = [&extent](double low, double high) {
-        if (!(low >= extent.smallest)) // also while that is NaN
-            extent.smallest = low;
-        if (!(high <= extent.largest))
-            extent.largest = high;
+    Extent extent;
+    qint64 begin = dropped + first; // in cells, then in nodes of the lowest level, and so on
+    qint64 end = dropped + last + 1;
+    auto const include = [&](size_t level, qint64 from, qint64 to) {
+        if (level == 0)
+            extent.includeCells(cells, int(from - dropped), int(to - dropped));
+        else
+            extent.includeNodes(levels[level - 1], from, to);
     };
-    auto const join = [&](RunSummary const& node) {
-        extent.holes += node.holes;
+    for (size_t level = 0;; ++level) {
+        bool const isHighest = level == levels.size();
+        qint64 const inner = (begin + fanOut - 1) / fanOut;
+        qint64 const innerEnd = isHighest ? inner : std::min(end / fanOut, levels[level].end());
+        if (innerEnd <= inner || !levels[level].holds(inner)) {
+            include(level, begin, end);
+            return extent.summary();
+        }
+        include(level, begin, inner * fanOut);
+        include(level, innerEnd * fanOut, end);
+        begin = inner;
+        end = innerEnd;
+    }
+}
+
+void ColumnSummary::Extent::includeCells(Cells const& cells, int from, int to)
+{
+    for (int i = from; i < to; ++i) {
+        if (cells.isHole(i))
+            ++holes;
+        else
+            include(cells.values[i], cells.values[i]);
+    }
+}
+
+void ColumnSummary::Extent::includeNodes(Level const& level, qint64 from, qint64 to)
+{
+    for (qint64 i = from; i < to; ++i) {
+        RunSummary const& node = level.at(i);
+        holes += node.holes;
         if (node.smallest == node.smallest)
             include(node.smallest, node.largest);
-        return true;
-    };
-    find(first, last, join, [&](int index) {
-        double const value = cells.values[index];
-        if (cells.isHole(index))
-            ++extent.holes;
-        else
-            include(value, value);
-        return false;
-    });
-    return extent;
+    }
 }
 
 int ColumnSummary::firstHole(Cells const& cells, int first, int last) const

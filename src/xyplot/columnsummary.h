@@ -91,6 +91,34 @@ private:
         qint64 end() const { return firstNode + qint64(nodes.size()); }
     };
 
+    /// Extremes and holes of what has been included.
+    struct Extent
+    {
+        void includeCells(Cells const& cells, int from, int to);
+        void includeNodes(Level const& level, qint64 from, qint64 to);
+        void include(double low, double high)
+        {
+            isEmpty = false;
+            smallest = low < smallest ? low : smallest;
+            largest = high > largest ? high : largest;
+        }
+        RunSummary summary() const
+        {
+            RunSummary summary;
+            summary.holes = holes;
+            if (!isEmpty) {
+                summary.smallest = smallest;
+                summary.largest = largest;
+            }
+            return summary;
+        }
+
+        double smallest = std::numeric_limits<double>::infinity();
+        double largest = -std::numeric_limits<double>::infinity();
+        int holes = 0;
+        bool isEmpty = true;
+    };
+
     RunSummary summarizeLeaf(Cells const& cells, qint64 leaf) const;
     RunSummary summarizeChildren(size_t level, qint64 node) const;
     void completeParents();
