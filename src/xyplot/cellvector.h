@@ -24,10 +24,13 @@ public:
     qsizetype capacity() const { return vector.capacity(); }
 
     void set(int index, T value) { vector[index] = value; }
+    /// Whether the next cell only needs to be written.
+    bool hasRoom() const { return count < room; }
+    void appendInRoom(T value) { spare[count++] = value; }
     void append(T value)
     {
-        if (count < room)
-            spare[count++] = value;
+        if (hasRoom())
+            appendInRoom(value);
         else
             appendWithoutRoom(value);
     }

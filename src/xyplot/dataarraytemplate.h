@@ -51,10 +51,7 @@ public:
     }
     void squeezeData() override { values.squeeze(); }
     /// Counts what is allocated, not what is filled.
-    int getMemoryConsumption() const override
-    {
-        return this->saturatedToInt(static_cast<qint64>(values.capacity()) * qint64(sizeof(T)));
-    }
+    int getMemoryConsumption() const override { return this->saturatedToInt(allocatedBytes()); }
 
     T getTypedValue(int index) const override { return values[index]; }
     /// Stores a NaN as NaN, even if the column has a sentinel.
@@ -110,13 +107,22 @@ private:
         }
         return subclassed == Subclassed::No;
     }
-    Q_ALWAYS_INLINE void appendCell(T cell, double value);
-    Q_ALWAYS_INLINE void store(T value)
+    Q_NEVER_INLINE void appendOneAloud(double value);
+    void appendCell(T cell, double value);
+    Q_ALWAYS_INLINE bool isInOrder(T cell) const;
+    /// Whether the summary has something to add with the next cell.
+    bool completesLeaf() const
     {
+        return summary && (values.size() + 1) % ColumnSummary::fanOut == 0;
+    }
+    void store(T value)
+    {
+        bool const isLastOfLeaf = completesLeaf();
         values.append(value);
-        if (summary && values.size() % ColumnSummary::fanOut == 0)
+        if (isLastOfLeaf)
             summary->appended(getCells());
     }
+    qint64 allocatedBytes() const { return qint64(values.capacity()) * qint64(sizeof(T)); }
     ColumnSummary::Cells getCells() const;
     ColumnSummary const& getSummary() const;
 
@@ -139,24 +145,44 @@ template<typename T> void DataArrayTemplate<T>::appendTyped(T value)
 
 template<typename T> void DataArrayTemplate<T>::appendOne(double value)
 {
+    // Most appends: nobody hears of them, and there is nothing to do but to write and to count.
+    bool const isQuiet = subclassed == Subclassed::No && !this->isChangeHeard()
+        && this->hasValidValues() && values.hasRoom() && !completesLeaf();
+    if (!isQuiet) {
+        appendOneAloud(value);
+        return;
+    }
+    T const cell = this->toTyped(value);
+    bool const staysOrdered = isInOrder(cell);
+    values.appendInRoom(cell);
+    this->account(value, Base::equalsDoNotUseValue(value), staysOrdered, allocatedBytes());
+}
+
+/// Apart, so that the other way needs no registers saved.
+template<typename T> void DataArrayTemplate<T>::appendOneAloud(double value)
+{
     if (isOfThisVeryClass())
         appendCell(this->toTyped(value), value);
     else
         Base::appendOne(value);
 }
 
+/// Whether the column is sorted and would be with @p cell behind it.
+template<typename T> bool DataArrayTemplate<T>::isInOrder(T cell) const
+{
+    if (!this->isNondecreasing())
+        return false;
+    T const before = values.isEmpty() ? cell : values.last(); // a first cell follows itself
+    return before <= cell && !this->isSentinel(before) && !this->isSentinel(cell);
+}
+
 /// Stores @p cell, that @p value was offered for, without a virtual call.
 template<typename T> void DataArrayTemplate<T>::appendCell(T cell, double value)
 {
     int const validCountBefore = this->getNrOfValidValues();
-    bool const isHole = Base::equalsDoNotUseValue(value);
-    bool staysOrdered = this->isNondecreasing();
-    if (staysOrdered) {
-        T const before = values.isEmpty() ? cell : values.last(); // a first cell follows itself
-        staysOrdered = before <= cell && !this->isSentinel(before) && !this->isSentinel(cell);
-    }
+    bool const staysOrdered = isInOrder(cell);
     store(cell);
-    this->account(value, isHole, staysOrdered, qint64(values.capacity()) * qint64(sizeof(T)));
+    this->account(value, Base::equalsDoNotUseValue(value), staysOrdered, allocatedBytes());
     this->announceAppended(validCountBefore, this->isChangeHeard());
 }
 
