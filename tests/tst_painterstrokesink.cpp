@@ -161,7 +161,7 @@ void tst_PainterStrokeSink::symbolsLookAsThePaintersOwn()
                 sink.drawSymbol(centre, E_SYMBOL(symbol), radius);
                 paintSymbol(pictures.reference, centre, E_SYMBOL(symbol), radius);
             }
-            QVERIFY(pictures.largestDifference() <= 2);
+            QCOMPARE(pictures.largestDifference(), 0);
         }
     }
 }

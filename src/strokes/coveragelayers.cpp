@@ -9,8 +9,8 @@
 namespace {
 
 constexpr int opaque = 255;
-/// Distance of the shades of grey that are tried as a background.
-constexpr int shadeStep = 5;
+/// Shades that one background tries, one a channel; together they try all.
+constexpr int shadesAtOnce = 3;
 /// Coverages tried about the one that a division gives, for its rounding.
 constexpr int roundingSlack = 2;
 
@@ -19,7 +19,7 @@ QRgb grey(int shade)
     return qRgb(shade, shade, shade);
 }
 
-/// The drawing in black or white on one shade.
+/// The drawing in black or white on a few shades.
 struct Sample
 {
     QRgb pen;
@@ -39,9 +39,10 @@ public:
     explicit Decomposition(SamplePainting const& paint)
     {
         // The widest range first, which rules out most.
-        for (int shade = opaque; shade >= 0; shade -= shadeStep) {
+        for (int shade = opaque; shade >= 0; shade -= shadesAtOnce) {
+            QRgb const shades = qRgb(shade, std::max(shade - 1, 0), std::max(shade - 2, 0));
             for (QRgb const pen : {grey(0), grey(opaque)})
-                samples.push_back({pen, grey(shade), paint(QColor(grey(shade)), QColor(pen))});
+                samples.push_back({pen, shades, paint(QColor(shades), QColor(pen))});
         }
     }
 
