@@ -61,7 +61,8 @@ bool StampSet::isSteady(int rise) const
 
 Stamp* StampSet::stroke(int rise)
 {
-    if (std::abs(rise) > highestRise / pixelRatio || !isSteady(rise))
+    int const highest = highestRise / pixelRatio;
+    if (rise < -highest || rise > highest || !isSteady(rise))
         return nullptr;
     int const slot = rise + highestRise;
     std::unique_ptr<Stamp>& stamp = strokes[size_t(slot)];

@@ -15,6 +15,9 @@
 template<typename T> class CellVector
 {
 public:
+    CellVector() = default;
+    Q_DISABLE_COPY_MOVE(CellVector)
+
     int size() const { return count; }
     bool isEmpty() const { return count == 0; }
     T const* data() const { return vector.constData(); }
@@ -46,7 +49,7 @@ public:
         resizeTo(count);
         vector.remove(first, removed);
         count = int(vector.size());
-        hasGap = true;
+        hasGap = hasGap || removed > 0;
     }
     void squeeze()
     {
