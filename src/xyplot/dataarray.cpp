@@ -130,27 +130,12 @@ void DataArray::accountRun(double const* values, int count, double hole, double 
     decimationCounter = 0;
     accountMemory(memoryConsumption);
     int const validCountBefore = statistics.validCount;
-    int i = 0;
-    for (; i < count && statistics.validCount < 1; ++i) {
-        if (!isHole(values[i]))
-            statistics.include(values[i]);
-    }
-    // From here on in registers and without branches on extremes. The sum depends on the order
-    // of its terms, so that a run takes as long as its additions one behind the other.
+    // In registers. The sum depends on the order of its terms, so that a run takes as long as its
+    // additions one behind the other.
     Statistics running = statistics;
-    for (; i < count; ++i) {
-        double const value = values[i];
-        if (isHole(value))
-            continue;
-        ++running.validCount;
-        running.sum += value;
-        running.minimum = running.minimum < value ? running.minimum : value;
-        running.maximum = value > running.maximum ? value : running.maximum;
-    }
-    bool const keepsExtremes = statistics.minMaxValid && !isNaN(statistics.minimum);
-    if (!keepsExtremes) {
-        running.minimum = statistics.minimum;
-        running.maximum = statistics.maximum;
+    for (int i = 0; i < count; ++i) {
+        if (!isHole(values[i]))
+            running.include(values[i]);
     }
     statistics = running;
     nondecreasing = nondecreasing && statistics.validCount - validCountBefore == count

@@ -110,7 +110,7 @@ private:
     Q_NEVER_INLINE void appendOneAloud(double value);
     void appendCell(T cell, double value);
     Q_ALWAYS_INLINE bool isInOrder(T cell) const;
-    /// Whether the summary has something to add with the next cell.
+    /// Whether the summary, if there is one, catches up with the next cell, as it does each 64.
     bool completesLeaf() const
     {
         return summary && (values.size() + 1) % ColumnSummary::fanOut == 0;
