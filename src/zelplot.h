@@ -7,6 +7,7 @@
 #include "abstractdataarraytemplate.h"
 #include "bitdataarray.h"
 #include "bounds.h"
+#include "cellmemory.h"
 #include "cellvector.h"
 #include "colorbardrawlistener.h"
 #include "columnsummary.h"

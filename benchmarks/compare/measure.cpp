@@ -1,5 +1,7 @@
 #include "measure.h"
 
+#include <QByteArray>
+#include <QFile>
 #include <algorithm>
 #include <chrono>
 #include <ctime>
@@ -31,6 +33,13 @@ double median(std::vector<double> values)
 
 qint64 bytesInUse()
 {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QFile::ReadOnly))
+        qFatal("/proc/self/status cannot be read");
+    constexpr char label[] = "VmData:";
+    QByteArray const lines = status.readAll();
+    QByteArray const kilobytes = lines.mid(lines.indexOf(label) + int(sizeof(label)), 16).trimmed();
+    qint64 const mapped = kilobytes.left(kilobytes.indexOf(' ')).toLongLong() * 1024;
     auto const heap = mallinfo2();
-    return qint64(heap.uordblks) + qint64(heap.hblkhd);
+    return qint64(heap.uordblks) + mapped - qint64(heap.arena);
 }

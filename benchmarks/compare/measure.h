@@ -16,7 +16,7 @@ struct Pair
 
 double median(std::vector<double> values);
 
-/// Bytes that the program has taken from the heap and not given back.
+/// Bytes taken from the heap or mapped, and not given back; touched or not.
 qint64 bytesInUse();
 
 /// Counts from now on the time on the processor, for machines that have more to do.

@@ -1,93 +1,122 @@
 #pragma once
 
-#include <QVector>
+#include "cellmemory.h"
 #include <QtGlobal>
-#include <algorithm>
+#include <QtMath>
+#include <cstring>
+#include <type_traits>
 #include <utility>
 
 /**
- * The cells of a dense column: a QVector with a shorter way to append.
+ * The cells of a dense column: a vector that only writes when it appends, and leaves new cells
+ * unset when it is extended.
  *
- * QVector::append() asks each time whether the vector is shared, has a gap in front, or must grow.
- * Here the vector is sized some cells ahead, within its capacity, so that the next ones are only
- * written. It grows as it would by single appends.
+ * It has as many cells to spare as a QVector would, at all times.
  */
 template<typename T> class CellVector
 {
+    static_assert(std::is_trivially_copyable_v<T>);
+
 public:
     CellVector() = default;
     Q_DISABLE_COPY_MOVE(CellVector)
+    ~CellVector() { resizeMemory(0); }
 
     int size() const { return count; }
     bool isEmpty() const { return count == 0; }
-    T const* data() const { return vector.constData(); }
-    T operator[](int index) const { return vector.constData()[index]; }
-    T last() const { return (*this)[count - 1]; }
+    T const* data() const { return cells; }
+    T operator[](int index) const { return cells[index]; }
+    T last() const { return cells[count - 1]; }
     /// Cells that there is memory for.
-    qsizetype capacity() const { return vector.capacity(); }
+    qsizetype capacity() const { return allocated; }
 
-    void set(int index, T value) { vector[index] = value; }
+    void set(int index, T value) { cells[index] = value; }
     /// Whether the next cell only needs to be written.
     bool hasRoom() const { return count < room; }
-    void appendInRoom(T value) { spare[count++] = value; }
+    void appendInRoom(T value) { cells[count++] = value; }
     void append(T value)
     {
-        if (hasRoom())
-            appendInRoom(value);
-        else
-            appendWithoutRoom(value);
+        if (!hasRoom())
+            makeRoom(1);
+        appendInRoom(value);
     }
-    /// Room for @p added more cells, which must be written.
+    /// The first of @p added more cells, which must be written.
     T* extend(int added)
     {
-        int const before = count;
-        resizeTo(count + added);
-        return vector.data() + before;
+        if (added > room - count)
+            makeRoom(added);
+        count += added;
+        return cells + count - added;
     }
     void remove(int first, int removed)
     {
-        resizeTo(count);
-        vector.remove(first, removed);
-        count = int(vector.size());
-        hasGap = hasGap || removed > 0;
+        if (first == 0 && removed < count) { // memory in front is used when there is none behind
+            cells += removed;
+            room -= removed;
+        } else {
+            moveCells(cells + first, cells + first + removed, count - first - removed);
+        }
+        count -= removed;
     }
     void squeeze()
     {
-        resizeTo(count);
-        vector.squeeze();
+        closeGap();
+        resizeMemory(count);
     }
-    void assign(QVector<T> cells)
+    void clear()
     {
-        vector = std::move(cells);
-        count = int(vector.size());
-        room = 0;
-        hasGap = false;
+        count = 0;
+        squeeze();
+    }
+    void swap(CellVector& other)
+    {
+        std::swap(memory, other.memory);
+        std::swap(cells, other.cells);
+        std::swap(allocated, other.allocated);
+        std::swap(room, other.room);
+        std::swap(count, other.count);
     }
 
 private:
-    static constexpr qsizetype cellsAhead = 64;
-
-    void resizeTo(int size)
+    static void moveCells(T* to, T const* from, int number)
     {
-        vector.resize(size);
-        count = size;
-        room = 0;
+        if (number > 0)
+            std::memmove(to, from, size_t(number) * sizeof(T));
     }
-    Q_NEVER_INLINE void appendWithoutRoom(T value)
+    void closeGap()
     {
-        resizeTo(count);
-        vector.append(value);
-        ++count;
-        if (hasGap) // in front, so that what the capacity tells is not all behind the cells
-            return;
-        vector.resize(std::min(vector.size() + cellsAhead, vector.capacity()));
-        spare = vector.data();
-        room = int(vector.size());
+        moveCells(memory, cells, count);
+        cells = memory;
+        room = allocated;
+    }
+    void resizeMemory(qsizetype newCapacity)
+    {
+        qsizetype const gap = cells - memory;
+        memory = static_cast<T*>(resizeCellMemory(memory, size_t(allocated) * sizeof(T),
+                                                  size_t(newCapacity) * sizeof(T)));
+        allocated = newCapacity;
+        cells = memory + gap;
+        room = allocated - gap;
+    }
+    Q_NEVER_INLINE void makeRoom(int added)
+    {
+        qsizetype const gap = cells - memory;
+        if (gap >= added && 3 * qsizetype(count) < 2 * allocated)
+            closeGap();
+        else
+            resizeMemory(capacityFor(gap + count + added));
+    }
+    /// The next power of two in bytes, less what a QVector keeps ahead of its cells.
+    static qsizetype capacityFor(qsizetype number)
+    {
+        constexpr quint64 header = 16;
+        quint64 const bytes = qNextPowerOfTwo(quint64(number) * sizeof(T) + header);
+        return qsizetype((bytes - header) / sizeof(T));
     }
 
-    QVector<T> vector; // of count cells and some spare ones
-    T* spare = nullptr; // its first cell; valid while there is room
+    T* memory = nullptr; // of so many cells:
+    qsizetype allocated = 0;
+    T* cells = nullptr; // the first in use, behind those that have left the front
+    qsizetype room = 0; // cells that there is memory for from there on
     int count = 0;
-    int room = 0; // size of the vector if it may be written without asking, else 0
-    bool hasGap = false;
 };

@@ -33,7 +33,7 @@ ColumnSummary::ColumnSummary(Cells const& cells)
     : levels(1)
 {
     levels.front().nodes.reserve(size_t(cells.size / fanOut) + 1);
-    appended(cells);
+    addLeaves(cells);
 }
 
 /// Of the cells of one node of the lowest level.
@@ -56,10 +56,9 @@ RunSummary ColumnSummary::summarizeChildren(size_t level, qint64 node) const
     return summary;
 }
 
-void ColumnSummary::appended(Cells const& cells)
+void ColumnSummary::addLeaves(Cells const& cells)
 {
-    qint64 const complete = (dropped + cells.size) / fanOut;
-    while (levels.front().end() < complete) {
+    while (levels.front().end() < completeLeaves(cells)) {
         levels.front().nodes.push_back(summarizeLeaf(cells, levels.front().end()));
         completeParents();
     }
@@ -115,7 +114,7 @@ void ColumnSummary::leftShifted(Cells const& cells, int count)
         level.nodes.erase(level.nodes.begin(), level.nodes.begin() + std::ptrdiff_t(gone));
         level.firstNode += gone;
     }
-    appended(cells);
+    catchUp(cells);
 }
 
 RunSummary ColumnSummary::of(Cells const& cells, int first, int last) const

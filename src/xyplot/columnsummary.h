@@ -57,8 +57,12 @@ public:
 
     explicit ColumnSummary(Cells const& cells);
 
-    /// Tells that cells were appended; all of @p cells are known from then on.
-    void appended(Cells const& cells);
+    /// Takes the cells that were appended since; to be called before a question.
+    void catchUp(Cells const& cells)
+    {
+        if (levels.front().end() < completeLeaves(cells))
+            addLeaves(cells);
+    }
     void replaced(Cells const& cells, int index);
     /// Tells that @p count cells have left the front.
     void leftShifted(Cells const& cells, int count);
@@ -119,6 +123,8 @@ private:
         bool isEmpty = true;
     };
 
+    qint64 completeLeaves(Cells const& cells) const { return (dropped + cells.size) / fanOut; }
+    void addLeaves(Cells const& cells);
     RunSummary summarizeLeaf(Cells const& cells, qint64 leaf) const;
     RunSummary summarizeChildren(size_t level, qint64 node) const;
     void completeParents();

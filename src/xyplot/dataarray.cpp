@@ -94,12 +94,12 @@ void DataArray::appendOne(double value)
 
 void DataArray::afterRawAppend(double value)
 {
-    int const validCountBefore = statistics.validCount;
+    bool const hadValidValues = hasValidValues();
     decimationCounter = 0;
     updateTotalMemoryConsumption();
     includeInStatistics(value);
     nondecreasing = nondecreasing && isRunOrdered(dataSize() - 1, 1);
-    announceAppended(validCountBefore);
+    announceAppended(hadValidValues);
 }
 
 void DataArray::append(double const* values, int count)
@@ -110,7 +110,7 @@ void DataArray::append(double const* values, int count)
 
 void DataArray::appendRun(double const* values, int count)
 {
-    int const validCountBefore = statistics.validCount;
+    bool const hadValidValues = hasValidValues();
     int const first = dataSize();
     for (int i = 0; i < count; ++i)
         appendData(values[i]);
@@ -120,26 +120,23 @@ void DataArray::appendRun(double const* values, int count)
         includeInStatistics(values[i]);
     nondecreasing = nondecreasing && isRunOrdered(first, count);
     announceRun(first, count);
-    announceAppended(validCountBefore);
+    announceAppended(hadValidValues);
 }
 
-void DataArray::accountRun(double const* values, int count, double hole, double before,
-                           int memoryConsumption)
+void DataArray::countCells(double const* cells, int count, double hole, double before) const
 {
     auto const isHole = [hole](double value) { return isNaN(value) || value == hole; };
-    decimationCounter = 0;
-    accountMemory(memoryConsumption);
     int const validCountBefore = statistics.validCount;
-    // In registers. The sum depends on the order of its terms, so that a run takes as long as its
+    // In registers. The sum depends on the order of its terms, so that this takes as long as their
     // additions one behind the other.
     Statistics running = statistics;
     for (int i = 0; i < count; ++i) {
-        if (!isHole(values[i]))
-            running.include(values[i]);
+        if (!isHole(cells[i]))
+            running.include(cells[i]);
     }
     statistics = running;
     nondecreasing = nondecreasing && statistics.validCount - validCountBefore == count
-        && before <= values[0] && std::is_sorted(values, values + count);
+        && before <= cells[0] && std::is_sorted(cells, cells + count);
 }
 
 /// The cells are read back, since the storage may have rounded the values.
@@ -197,6 +194,7 @@ void DataArray::decimateKeepEven()
 void DataArray::reinit()
 {
     announceChangeOfCells();
+    pending = 0;
     clearData();
     updateTotalMemoryConsumption();
     resetStatistics();
@@ -227,11 +225,12 @@ double DataArray::getSecondLastValue() const
 
 double DataArray::getMean() const
 {
-    return statistics.validCount == 0 ? NaN : statistics.sum / statistics.validCount;
+    return getNrOfValidValues() == 0 ? NaN : statistics.sum / statistics.validCount;
 }
 
 double DataArray::getMinimum() const
 {
+    countPending();
     if (!statistics.minMaxValid)
         determineMinimumMaximum();
     return statistics.minimum;
@@ -239,6 +238,7 @@ double DataArray::getMinimum() const
 
 double DataArray::getMaximum() const
 {
+    countPending();
     if (!statistics.minMaxValid)
         determineMinimumMaximum();
     return statistics.maximum;
@@ -246,7 +246,7 @@ double DataArray::getMaximum() const
 
 int DataArray::posOf(double value) const
 {
-    if (!nondecreasing)
+    if (!isNondecreasing())
         return linearSearchIndexOf(value);
     int const nearest = getIndexOfNearestValue(value);
     return nearest >= 0 && getValue(nearest) == value ? nearest : -1;
@@ -255,7 +255,7 @@ int DataArray::posOf(double value) const
 int DataArray::getLargestIndexOfValueSmallerThanOrEqual(double value) const
 {
     int const size = dataSize();
-    if (size == 0 || equalsDoNotUseValue(value) || !nondecreasing)
+    if (size == 0 || equalsDoNotUseValue(value) || !isNondecreasing())
         return -1;
     // Looking at the cell behind lets most searches end before the range has shrunk to nothing.
     int low = 0;
@@ -297,7 +297,7 @@ int DataArray::getIndexOfNearestValue(double value) const
     int const size = dataSize();
     if (size == 0 || equalsDoNotUseValue(value))
         return -1;
-    if (!nondecreasing)
+    if (!isNondecreasing())
         return indexOfNearestValueUnsorted(value);
     int const lower = truncateToInt(getInterpolatedIndexOfValue(value));
     if (lower < 0)
@@ -346,7 +346,7 @@ int DataArray::getIndexOfFirstValueLargerThanOrEqual(double value) const
     int const size = dataSize();
     if (size == 0)
         return -1;
-    if (!nondecreasing) {
+    if (!isNondecreasing()) {
         for (int i = 0; i < size; ++i) {
             if (value <= getValue(i))
                 return i;
@@ -388,12 +388,14 @@ int DataArray::firstOfRun(int index) const
 
 void DataArray::includeInStatistics(double value)
 {
+    countPending();
     if (!equalsDoNotUseValue(value))
         statistics.include(value);
 }
 
 void DataArray::removeFromStatistics(double value)
 {
+    countPending();
     if (equalsDoNotUseValue(value))
         return;
     --statistics.validCount;
@@ -411,11 +413,13 @@ void DataArray::replaceValueInStatistics(double oldValue, double newValue)
 
 void DataArray::resetStatistics()
 {
+    countPending();
     statistics = Statistics();
 }
 
 void DataArray::determineMinimumMaximum() const
 {
+    countPending();
     bool found = false;
     statistics.minimum = NaN;
     statistics.maximum = NaN;
@@ -434,6 +438,7 @@ void DataArray::determineMinimumMaximum() const
 
 void DataArray::determineIsNonDecreasing()
 {
+    countPending();
     int const size = dataSize();
     nondecreasing = statistics.validCount >= size;
     for (int i = 1; nondecreasing && i < size; ++i)
@@ -442,6 +447,7 @@ void DataArray::determineIsNonDecreasing()
 
 void DataArray::updateIsNondecreasing(int index)
 {
+    countPending();
     if (nondecreasing)
         nondecreasing = isOrderedAt(index, dataSize() - 1);
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <utility>
 
 class ColumnNotices;
 
@@ -94,8 +95,15 @@ public:
     /// NaN if the column has fewer than two cells.
     double getSecondLastValue() const;
     /// Number of cells that are no holes.
-    int getNrOfValidValues() const { return statistics.validCount; }
-    bool hasValidValues() const { return statistics.validCount > 0; }
+    int getNrOfValidValues() const
+    {
+        countPending();
+        return statistics.validCount;
+    }
+    bool hasValidValues() const
+    {
+        return statistics.validCount > 0 || getNrOfValidValues() > 0; // those pending can but add
+    }
     /// Mean of the valid values; NaN if there are none.
     double getMean() const;
     /// Smallest valid value; NaN if there are none. O(1) unless an extreme has left the column.
@@ -103,7 +111,11 @@ public:
     /// Largest valid value; NaN if there are none. O(1) unless an extreme has left the column.
     double getMaximum() const;
     /// False once a hole or a decrease has come in, even if it has gone since.
-    bool isNondecreasing() const { return nondecreasing; }
+    bool isNondecreasing() const
+    {
+        countPending();
+        return nondecreasing;
+    }
     int getCurrentDecimationFactor() const { return decimationFactor; }
     /// Values offered since the last one stored; below 0 if an empty column was thinned. Saturates.
     int getDecimationCounter() const { return decimationCounter; }
@@ -188,9 +200,9 @@ private:
     {
         double sum = 0.0;
         int validCount = 0;
-        mutable double minimum = NaN;
-        mutable double maximum = NaN;
-        mutable bool minMaxValid = true; // false: rebuild the extremes when somebody asks
+        double minimum = NaN;
+        double maximum = NaN;
+        bool minMaxValid = true; // false: rebuild the extremes when somebody asks
 
         void include(double value)
         {
@@ -210,7 +222,10 @@ private:
         }
     };
 
-    Statistics statistics;
+    // Mutable, since cells may be counted only when somebody asks.
+    mutable Statistics statistics;
+    mutable bool nondecreasing = true;
+    mutable int pending = 0; // cells at the end that are not counted yet
 
 protected:
     void connectNotify(QMetaMethod const& signal) override;
@@ -228,32 +243,40 @@ protected:
     /// The same for many values, at least one.
     virtual void appendRun(double const* values, int count);
 
-    /// Keeps the books of a cell just stored, that @p value was offered for; @p staysOrdered tells
-    /// whether the column was and still is sorted.
-    void account(double value, bool isHole, bool staysOrdered, qint64 memoryConsumption)
+    /**
+     * Keeps the books of @p count cells just stored, but for statistics and order.
+     *
+     * Those come from countLastCells() when somebody asks, before anything else can change them. A
+     * storage that leaves some must call countPending() before it changes any.
+     */
+    void leavePending(int count, qint64 memoryConsumption)
     {
         decimationCounter = 0;
         accountMemory(memoryConsumption);
-        if (!isHole)
-            statistics.include(value);
-        nondecreasing = staysOrdered;
+        pending += count;
     }
-    /// The same of cells that hold @p values as they are or, for NaN, @p hole, which is NaN if the
-    /// column has no sentinel; @p before is the cell before them, minus infinity if there is none.
-    void accountRun(double const* values, int count, double hole, double before,
-                    int memoryConsumption);
+    void countPending() const
+    {
+        if (pending != 0)
+            countLastCells(std::exchange(pending, 0));
+    }
+    /// For a storage that leaves cells pending: calls countCells() for so many at its end.
+    virtual void countLastCells(int count) const { Q_UNUSED(count) }
+    /// Takes @p cells, of which NaN and @p hole are holes, into statistics and order, as so many
+    /// single appends would; @p before is the cell before them, minus infinity if there is none.
+    void countCells(double const* cells, int count, double hole, double before) const;
     /// Tells the library that cells are about to change or to go.
     void announceChangeOfCells() const;
     /// Tells it of a run that has been appended, unless signals are blocked.
     void announceRun(int first, int count) const;
     /// The signals of an append; @p isHeard is false if nobody can hear the first of them, which
     /// costs more to emit than a cell to store.
-    void announceAppended(int validCountBefore, bool isHeard = true)
+    void announceAppended(bool hadValidValues, bool isHeard = true)
     {
         if (isHeard)
             Q_EMIT dataChanged();
         // Holes in front do not count, and a column that has lost all its values announces again.
-        if (validCountBefore < 1 && statistics.validCount >= 1)
+        if (!hadValidValues && hasValidValues())
             Q_EMIT noLongerEmpty();
     }
 
@@ -283,7 +306,6 @@ private:
     int decimationCounter = 0;
     int decimationFactor = 1; // a power of two
     quint32 accountedMemory = 0; // share of this column in the process-wide count
-    bool nondecreasing = true;
     bool referenceCounted = true;
     bool changeHeard = false;
     int referenceCount = 0;

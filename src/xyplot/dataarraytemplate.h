@@ -8,7 +8,6 @@
 #include <memory>
 #include <type_traits>
 #include <typeinfo>
-#include <utility>
 
 /**
  * A column that stores every cell: the one for ordinary measurements.
@@ -35,10 +34,15 @@ public:
     bool holdsDoNotUseValue(int index) const override { return this->isSentinel(values[index]); }
     void clearData() override
     {
-        values.assign({});
+        this->countPending();
+        values.clear();
         summary.reset();
     }
-    void appendData(double value) override { store(this->toTyped(value)); }
+    void appendData(double value) override
+    {
+        this->countPending();
+        values.append(this->toTyped(value));
+    }
     void replaceData(int index, double value) override;
     void removeData(int startIndex, int count) override;
     void removeOddIndexedData() override;
@@ -96,123 +100,107 @@ public:
 protected:
     void appendOne(double value) override;
     void appendRun(double const* newValues, int count) override;
+    void countLastCells(int count) const override;
 
 private:
-    /// False if a subclass may have overridden what the column does by itself.
-    bool isOfThisVeryClass()
+    /// Whether the cells tell all that the values did, so that they can be counted later; false if
+    /// a subclass may have overridden what the column does by itself.
+    bool leavesCellsToCount()
     {
-        if (subclassed == Subclassed::Unknown) {
-            bool const isPlain = typeid(*this) == typeid(DataArrayTemplate);
-            subclassed = isPlain ? Subclassed::No : Subclassed::Yes;
+        if (counting == Counting::Unknown) {
+            bool const isPlain
+                = std::is_same_v<T, double> && typeid(*this) == typeid(DataArrayTemplate);
+            counting = isPlain ? Counting::Later : Counting::AtOnce;
         }
-        return subclassed == Subclassed::No;
+        return counting == Counting::Later;
     }
     Q_NEVER_INLINE void appendOneAloud(double value);
-    void appendCell(T cell, double value);
-    Q_ALWAYS_INLINE bool isInOrder(T cell) const;
-    /// Whether the summary, if there is one, catches up with the next cell, as it does each 64.
-    bool completesLeaf() const
-    {
-        return summary && (values.size() + 1) % ColumnSummary::fanOut == 0;
-    }
-    void store(T value)
-    {
-        bool const isLastOfLeaf = completesLeaf();
-        values.append(value);
-        if (isLastOfLeaf)
-            summary->appended(getCells());
-    }
+    void appendCellAloud(T cell);
+    double holeAmongCells() const { return this->hasDoNotUseValue ? this->doNotUseValue : NaN; }
     qint64 allocatedBytes() const { return qint64(values.capacity()) * qint64(sizeof(T)); }
     ColumnSummary::Cells getCells() const;
     ColumnSummary const& getSummary() const;
 
-    enum class Subclassed : char { Unknown, No, Yes }; // first known with the first append
+    enum class Counting : char { Unknown, AtOnce, Later }; // known from the first append on
 
-    Subclassed subclassed = Subclassed::Unknown;
+    Counting counting = Counting::Unknown;
     CellVector<T> values;
     mutable std::unique_ptr<ColumnSummary> summary; // made when first asked for; of double only
 };
 
 template<typename T> void DataArrayTemplate<T>::appendTyped(T value)
 {
-    if (isOfThisVeryClass()) {
-        appendCell(value, static_cast<double>(value));
+    if (leavesCellsToCount()) {
+        appendCellAloud(value);
     } else {
-        store(value);
+        values.append(value);
         this->afterRawAppend(static_cast<double>(value));
     }
 }
 
 template<typename T> void DataArrayTemplate<T>::appendOne(double value)
 {
-    // Most appends: nobody hears of them, and there is nothing to do but to write and to count.
-    bool const isQuiet = subclassed == Subclassed::No && !this->isChangeHeard()
-        && this->hasValidValues() && values.hasRoom() && !completesLeaf();
-    if (!isQuiet) {
+    // Most appends: nobody hears of them, and there is nothing to do but to write.
+    if (counting == Counting::Later && !this->isChangeHeard() && values.hasRoom()
+        && this->hasValidValues()) {
+        values.appendInRoom(this->toTyped(value));
+        this->leavePending(1, allocatedBytes());
+    } else {
         appendOneAloud(value);
-        return;
     }
-    T const cell = this->toTyped(value);
-    bool const staysOrdered = isInOrder(cell);
-    values.appendInRoom(cell);
-    this->account(value, Base::equalsDoNotUseValue(value), staysOrdered, allocatedBytes());
 }
 
 /// Apart, so that the other way needs no registers saved.
 template<typename T> void DataArrayTemplate<T>::appendOneAloud(double value)
 {
-    if (isOfThisVeryClass())
-        appendCell(this->toTyped(value), value);
+    if (leavesCellsToCount())
+        appendCellAloud(this->toTyped(value));
     else
         Base::appendOne(value);
 }
 
-/// Whether the column is sorted and would be with @p cell behind it.
-template<typename T> bool DataArrayTemplate<T>::isInOrder(T cell) const
+template<typename T> void DataArrayTemplate<T>::appendCellAloud(T cell)
 {
-    if (!this->isNondecreasing())
-        return false;
-    T const before = values.isEmpty() ? cell : values.last(); // a first cell follows itself
-    return before <= cell && !this->isSentinel(before) && !this->isSentinel(cell);
-}
-
-/// Stores @p cell, that @p value was offered for, without a virtual call.
-template<typename T> void DataArrayTemplate<T>::appendCell(T cell, double value)
-{
-    int const validCountBefore = this->getNrOfValidValues();
-    bool const staysOrdered = isInOrder(cell);
-    store(cell);
-    this->account(value, Base::equalsDoNotUseValue(value), staysOrdered, allocatedBytes());
-    this->announceAppended(validCountBefore, this->isChangeHeard());
+    bool const hadValidValues = this->hasValidValues();
+    values.append(cell);
+    this->leavePending(1, allocatedBytes());
+    this->announceAppended(hadValidValues, this->isChangeHeard());
 }
 
 template<typename T> void DataArrayTemplate<T>::appendRun(double const* newValues, int count)
 {
-    // Cells of another type may be in order where the values are not.
-    if (!std::is_same_v<T, double> || !isOfThisVeryClass()) {
+    if (!leavesCellsToCount()) {
         Base::appendRun(newValues, count);
         return;
     }
-    int const validCountBefore = this->getNrOfValidValues();
+    bool const hadValidValues = this->hasValidValues();
     int const sizeBefore = values.size();
-    double const before
-        = sizeBefore > 0 ? this->toDouble(values.last()) : -std::numeric_limits<double>::infinity();
-    double const hole = this->hasDoNotUseValue ? this->doNotUseValue : NaN;
     T* const cells = values.extend(count);
     if (this->hasDoNotUseValue)
         std::transform(newValues, newValues + count, cells,
                        [this](double value) { return this->toTyped(value); });
     else
         std::copy(newValues, newValues + count, cells);
-    if (summary)
-        summary->appended(getCells());
-    this->accountRun(newValues, count, hole, before, DataArrayTemplate::getMemoryConsumption());
+    this->leavePending(count, allocatedBytes());
     this->announceRun(sizeBefore, count);
-    this->announceAppended(validCountBefore);
+    this->announceAppended(hadValidValues);
+}
+
+template<typename T> void DataArrayTemplate<T>::countLastCells(int count) const
+{
+    if constexpr (std::is_same_v<T, double>) {
+        int const first = values.size() - count;
+        double const before = first > 0 ? this->toDouble(values[first - 1])
+                                        : -std::numeric_limits<double>::infinity();
+        this->countCells(values.data() + first, count, holeAmongCells(), before);
+    } else {
+        Q_UNUSED(count)
+    }
 }
 
 template<typename T> void DataArrayTemplate<T>::replaceData(int index, double value)
 {
+    this->countPending();
     values.set(index, this->toTyped(value));
     if (summary)
         summary->replaced(getCells(), index);
@@ -220,6 +208,7 @@ template<typename T> void DataArrayTemplate<T>::replaceData(int index, double va
 
 template<typename T> void DataArrayTemplate<T>::removeData(int startIndex, int count)
 {
+    this->countPending();
     values.remove(startIndex, count);
     if (!summary)
         return;
@@ -232,17 +221,18 @@ template<typename T> void DataArrayTemplate<T>::removeData(int startIndex, int c
 template<typename T> void DataArrayTemplate<T>::removeOddIndexedData()
 {
     // Grown anew instead of closed up in place, so that thinning also gives back memory.
+    this->countPending();
     summary.reset();
-    QVector<T> kept;
+    CellVector<T> kept;
     for (int i = 0; i < values.size(); i += 2)
         kept.append(values[i]);
-    values.assign(std::move(kept));
+    values.swap(kept);
 }
 
 template<typename T> ColumnSummary::Cells DataArrayTemplate<T>::getCells() const
 {
     if constexpr (std::is_same_v<T, double>)
-        return {values.data(), values.size(), this->hasDoNotUseValue ? this->doNotUseValue : NaN};
+        return {values.data(), values.size(), holeAmongCells()};
     else
         return {}; // never summarized
 }
@@ -252,6 +242,8 @@ template<typename T> ColumnSummary const& DataArrayTemplate<T>::getSummary() con
     static_assert(std::is_same_v<T, double>, "only columns of doubles are summarized");
     if (!summary)
         summary = std::make_unique<ColumnSummary>(getCells());
+    else
+        summary->catchUp(getCells());
     return *summary;
 }
 
