@@ -106,7 +106,9 @@ void AlignedStrokes::fill(Extent const& columns, Extent const& rows, bool isUpri
     int const first = columns.firstPixel;
     int const last = columns.lastPixel;
     // Most strokes; pixels of the block beside them stay as they are.
-    bool const isOneBlock = last == first + 1 && first + PixelBlock::count <= raster.getWidth();
+    int const width = last - first + 1;
+    bool const isOneBlock
+        = width <= PixelBlock::count && first + PixelBlock::count <= raster.getWidth();
     // Of a line of one pixel the painter gives the far half what the near one leaves of the whole.
     auto const isFarHalf = [this](Extent const& across, int pixel) {
         return isHairline && pixel * partsOfPixel > across.begin;
@@ -128,12 +130,18 @@ void AlignedStrokes::fill(Extent const& columns, Extent const& rows, bool isUpri
             left = coverOf(columns.overlapOf(first), first);
             inner = coverOf(partsOfPixel, first);
             right = coverOf(columns.overlapOf(last), last);
-            block.set(0, left.share, left.coverage);
-            block.set(1, right.share, right.coverage);
+            for (int i = 0; i < width && isOneBlock; ++i) {
+                Cover const& cover = i == 0 ? left : i == width - 1 ? right : inner;
+                block.set(i, cover.share, cover.coverage);
+            }
         }
         QRgb* const row = raster.row(y);
         if (isOneBlock) {
-            block.blendInto(row + first);
+            // All rows between the first and the last are covered alike.
+            int const alike
+                = isUpright && y > rows.firstPixel ? std::max(rows.lastPixel - y, 1) : 1;
+            block.blendDown(row + first, raster.getStride(), alike);
+            y += alike - 1;
             continue;
         }
         left.put(row[first]);

@@ -21,7 +21,7 @@ Stamp::Stamp(QImage const& coverage, QPoint topLeft)
             int const index = int(pixel - first) % PixelBlock::count;
             if (index == 0) {
                 QPoint const left = topLeft + QPoint(int(pixel - begin), y);
-                blocks.push_back({left, {}});
+                blocks.push_back({{}, left, 0});
                 place |= QRect(left, QSize(PixelBlock::count, 1));
             }
             blocks.back().pixels.set(index, *pixel, qAlpha(*pixel));
@@ -40,11 +40,20 @@ void Stamp::ink(QRgb penColor)
     }
 }
 
+void Stamp::layOut(qsizetype rasterStride)
+{
+    stride = rasterStride;
+    for (Block& block : blocks)
+        block.offset = block.left.y() * stride + block.left.x();
+}
+
 void Stamp::put(PlainRaster const& raster, QPoint origin, QRgb penColor)
 {
     if (color != penColor)
         ink(penColor);
+    if (stride != raster.getStride())
+        layOut(raster.getStride());
     QRgb* const pixels = raster.row(origin.y()) + origin.x();
     for (Block const& block : blocks)
-        block.pixels.blendInto(pixels + block.left.y() * raster.getStride() + block.left.x());
+        block.pixels.blendInto(pixels + block.offset);
 }

@@ -25,14 +25,17 @@ public:
 
 private:
     void ink(QRgb penColor);
+    void layOut(qsizetype rasterStride);
 
     struct Block
     {
-        QPoint left; // its first pixel, device pixels from the origin
         PixelBlock pixels;
+        QPoint left; // its first pixel, device pixels from the origin
+        qsizetype offset; // the same in pixels of the raster
     };
 
     QRect place; // of all blocks
     std::vector<Block> blocks;
     QRgb color = 0; // of their shares
+    qsizetype stride = 0; // of the raster of their offsets
 };
