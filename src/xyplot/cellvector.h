@@ -19,13 +19,14 @@ template<typename T> class CellVector
 
 public:
     CellVector() = default;
-    Q_DISABLE_COPY_MOVE(CellVector)
+    CellVector(CellVector&& other) noexcept { swap(other); }
+    Q_DISABLE_COPY(CellVector)
     ~CellVector() { resizeMemory(0); }
 
     int size() const { return count; }
     bool isEmpty() const { return count == 0; }
     T const* data() const { return cells; }
-    T operator[](int index) const { return cells[index]; }
+    T const& operator[](int index) const { return cells[index]; }
     T last() const { return cells[count - 1]; }
     /// Cells that there is memory for.
     qsizetype capacity() const { return allocated; }

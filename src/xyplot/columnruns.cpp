@@ -50,38 +50,47 @@ std::optional<ColumnRuns::Run> ColumnRuns::runBehind(int index, int last, int co
     last = endOfColumn(index, last, column);
     if (last - index < runWorthASearch)
         return std::nullopt;
-    last = cutAtGap(index, last);
-    Extent extent;
-    if (locator->hasFixedY() || looksByValue)
-        extent.lowest = extent.highest = locator->locate(index).pixel.y();
-    else
-        last = cutAtHole(index, last, extent);
+    last = cutAtHole(index, cutAtGap(index, last));
     if (last == index)
         return std::nullopt;
     nextSearch = last;
-    return Run{last, extent};
+    return Run{last, extentOf(index, last)};
 }
 
 /// Whether a hole or a gap comes before the run is worth the search of its column.
 bool ColumnRuns::endsSoon(int index) const
 {
     int const soon = index + runWorthASearch;
-    return (!locator->hasFixedY() && ys->firstHole(index + 1, soon) <= soon)
+    return cutAtHole(index, soon) < soon
         || (threshold == threshold && xs->firstStepAbove(index, soon, threshold) <= soon);
 }
 
-int ColumnRuns::cutAtHole(int index, int last, Extent& extent) const
+/// The last point up to @p last ahead of the next hole.
+int ColumnRuns::cutAtHole(int index, int last) const
 {
-    RunSummary summary = ys->extentOf(index + 1, last);
-    if (summary.holes > 0) {
-        last = ys->firstHole(index + 1, last) - 1;
-        summary = ys->extentOf(index + 1, last);
+    if (locator->hasFixedY())
+        return last;
+    if (index < holeSearch || index >= nextHole) {
+        holeSearch = index;
+        nextHole = ys->firstHole(index + 1, ys->dataSize() - 1);
     }
+    return qMin(last, nextHole - 1);
+}
+
+/// Of the points behind @p index up to @p last, none of which is a hole.
+ColumnRuns::Extent ColumnRuns::extentOf(int index, int last) const
+{
+    if (locator->hasFixedY() || looksByValue) {
+        int const row = locator->locate(index).pixel.y();
+        return {row, row};
+    }
+    if (qint64(last) + lengthBefore < ys->dataSize())
+        ys->fetchAhead(last + lengthBefore); // about where the next run may end
     // Rounding keeps the order, so the extremes of the data give those of the pixels.
-    int const one = locator->rowOf(summary.smallest);
-    int const other = locator->rowOf(summary.largest);
-    extent = {qMin(one, other), qMax(one, other)};
-    return last;
+    Extremes const extremes = ys->extremesOf(index + 1, last);
+    int const one = locator->rowOf(extremes.smallest);
+    int const other = locator->rowOf(extremes.largest);
+    return {qMin(one, other), qMax(one, other)};
 }
 
 int ColumnRuns::endOfColumn(int index, int last, int column) const

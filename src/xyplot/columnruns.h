@@ -56,7 +56,8 @@ private:
     int endOfColumn(int index, int last, int column) const;
     int cutAtGap(int index, int last) const;
     bool endsSoon(int index) const;
-    int cutAtHole(int index, int last, Extent& extent) const;
+    int cutAtHole(int index, int last) const;
+    Extent extentOf(int index, int last) const;
     int endOfAppearance(int index, int last) const;
 
     Look* look;
@@ -66,5 +67,7 @@ private:
     DataArrayTemplate<double> const* ys = nullptr;
     mutable qint64 nextSearch = 0; // first point worth one
     mutable int lengthBefore = 0; // points behind the first of the column searched last
+    mutable int holeSearch = 0; // point behind which the first hole is nextHole
+    mutable int nextHole = 0;
     bool looksByValue = false; // the appearance changes with each new y
 };

@@ -19,7 +19,52 @@ RunSummary summaryOfCell(ColumnSummary::Cells const& cells, int index)
     return summary;
 }
 
+Extremes extremesOfRun(RunSummary const& summary)
+{
+    bool const isNone = summary.smallest != summary.smallest;
+    return isNone ? Extremes() : Extremes{summary.smallest, summary.largest};
+}
+
+/// Those of elements @p from to before @p to that exist.
+template<typename T> void fetch(T const* elements, qint64 from, qint64 to, qint64 count)
+{
+    constexpr qint64 elementsOfLine = 64 / sizeof(T); // bytes of a line of most caches
+    to = std::min(to, count);
+    for (qint64 i = std::max<qint64>(from, 0); i < to; i += elementsOfLine)
+        __builtin_prefetch(elements + i);
+}
+
 } // namespace
+
+RunSummary ColumnSummary::Level::at(qint64 node) const
+{
+    auto const slot = int(node - firstNode);
+    Extremes const& ends = extremes[slot];
+    Rest const& rest = rests[slot];
+    bool const isNone = ends.smallest > ends.largest;
+    return {isNone ? NaN : ends.smallest, isNone ? NaN : ends.largest, rest.largestStep,
+            rest.holes};
+}
+
+void ColumnSummary::Level::set(qint64 node, RunSummary const& summary)
+{
+    auto const slot = int(node - firstNode);
+    extremes.set(slot, extremesOfRun(summary));
+    rests.set(slot, {summary.largestStep, summary.holes});
+}
+
+void ColumnSummary::Level::append(RunSummary const& summary)
+{
+    extremes.append(extremesOfRun(summary));
+    rests.append({summary.largestStep, summary.holes});
+}
+
+void ColumnSummary::Level::removeFront(int count)
+{
+    extremes.remove(0, count);
+    rests.remove(0, count);
+    firstNode += count;
+}
 
 double ColumnSummary::Cells::stepTo(int index) const
 {
@@ -32,7 +77,6 @@ double ColumnSummary::Cells::stepTo(int index) const
 ColumnSummary::ColumnSummary(Cells const& cells)
     : levels(1)
 {
-    levels.front().nodes.reserve(size_t(cells.size / fanOut) + 1);
     addLeaves(cells);
 }
 
@@ -59,7 +103,7 @@ RunSummary ColumnSummary::summarizeChildren(size_t level, qint64 node) const
 void ColumnSummary::addLeaves(Cells const& cells)
 {
     while (levels.front().end() < completeLeaves(cells)) {
-        levels.front().nodes.push_back(summarizeLeaf(cells, levels.front().end()));
+        levels.front().append(summarizeLeaf(cells, levels.front().end()));
         completeParents();
     }
 }
@@ -79,7 +123,7 @@ void ColumnSummary::completeParents()
         }
         // One whose first children have left with their cells is never asked; it keeps the count.
         bool const isWhole = levels[level - 1].holds(node * fanOut);
-        levels[level].nodes.push_back(isWhole ? summarizeChildren(level, node) : RunSummary());
+        levels[level].append(isWhole ? summarizeChildren(level, node) : RunSummary());
     }
 }
 
@@ -97,8 +141,7 @@ void ColumnSummary::recompute(Cells const& cells, qint64 place)
         qint64 const node = place / level.span;
         if (node * level.span < dropped || !level.holds(node))
             return;
-        level.nodes[size_t(node - level.firstNode)]
-            = i == 0 ? summarizeLeaf(cells, node) : summarizeChildren(i, node);
+        level.set(node, i == 0 ? summarizeLeaf(cells, node) : summarizeChildren(i, node));
     }
 }
 
@@ -106,13 +149,8 @@ void ColumnSummary::leftShifted(Cells const& cells, int count)
 {
     dropped += count;
     for (Level& level : levels) {
-        qint64 const gone
-            = std::min(dropped / level.span - level.firstNode, qint64(level.nodes.size()));
-        // Moved up only when half of them have gone, so that a shift of one costs no walk.
-        if (gone <= qint64(level.nodes.size()) / 2)
-            continue;
-        level.nodes.erase(level.nodes.begin(), level.nodes.begin() + std::ptrdiff_t(gone));
-        level.firstNode += gone;
+        qint64 const gone = std::min(dropped / level.span, level.end()) - level.firstNode;
+        level.removeFront(int(gone));
     }
     catchUp(cells);
 }
@@ -135,18 +173,34 @@ RunSummary ColumnSummary::of(Cells const& cells, int first, int last) const
     return summary;
 }
 
+void ColumnSummary::fetchAhead(Cells const& cells, int index) const
+{
+    qint64 const place = dropped + index;
+    qint64 const leafBegin = place / fanOut * fanOut - dropped;
+    fetch(cells.values, leafBegin, leafBegin + fanOut, cells.size);
+    for (Level const& level : levels) {
+        qint64 const siblings = place / level.span / fanOut * fanOut - level.firstNode;
+        fetch(level.extremes.data(), siblings, siblings + fanOut, level.extremes.size());
+    }
+}
+
 /// Level by level from both ends inwards: what is left over of the nodes of one level is within
 /// nodes of the next.
-RunSummary ColumnSummary::extentOf(Cells const& cells, int first, int last) const
+Extremes ColumnSummary::extremesOf(Cells const& cells, int first, int last) const
 {
-    Extent extent;
+    Extremes found;
     qint64 begin = dropped + first; // in cells, then in nodes of the lowest level, and so on
     qint64 end = dropped + last + 1;
     auto const include = [&](size_t level, qint64 from, qint64 to) {
-        if (level == 0)
-            extent.includeCells(cells, int(from - dropped), int(to - dropped));
-        else
-            extent.includeNodes(levels[level - 1], from, to);
+        if (level == 0) {
+            for (double const* cell = cells.values + (from - dropped);
+                 cell != cells.values + (to - dropped); ++cell)
+                found.include({*cell, *cell});
+        } else {
+            Level const& nodes = levels[level - 1];
+            for (qint64 node = from; node < to; ++node)
+                found.include(nodes.extremes[int(node - nodes.firstNode)]);
+        }
     };
     for (size_t level = 0;; ++level) {
         bool const isHighest = level == levels.size();
@@ -154,32 +208,12 @@ RunSummary ColumnSummary::extentOf(Cells const& cells, int first, int last) cons
         qint64 const innerEnd = isHighest ? inner : std::min(end / fanOut, levels[level].end());
         if (innerEnd <= inner || !levels[level].holds(inner)) {
             include(level, begin, end);
-            return extent.summary();
+            return found;
         }
         include(level, begin, inner * fanOut);
         include(level, innerEnd * fanOut, end);
         begin = inner;
         end = innerEnd;
-    }
-}
-
-void ColumnSummary::Extent::includeCells(Cells const& cells, int from, int to)
-{
-    for (int i = from; i < to; ++i) {
-        if (cells.isHole(i))
-            ++holes;
-        else
-            include(cells.values[i], cells.values[i]);
-    }
-}
-
-void ColumnSummary::Extent::includeNodes(Level const& level, qint64 from, qint64 to)
-{
-    for (qint64 i = from; i < to; ++i) {
-        RunSummary const& node = level.at(i);
-        holes += node.holes;
-        if (node.smallest == node.smallest)
-            include(node.smallest, node.largest);
     }
 }
 

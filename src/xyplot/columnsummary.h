@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cellvector.h"
 #include "zelplot_export.h"
 #include "zelplotglobals.h"
 #include <QtGlobal>
@@ -24,6 +25,19 @@ struct RunSummary
         largest = largest >= next.largest || next.largest != next.largest ? largest : next.largest;
         largestStep = largestStep >= next.largestStep ? largestStep : next.largestStep;
         holes += next.holes;
+    }
+};
+
+/// The smallest and the largest of some numbers; of none, the smallest is above the largest.
+struct Extremes
+{
+    double smallest = std::numeric_limits<double>::infinity();
+    double largest = -std::numeric_limits<double>::infinity();
+
+    void include(Extremes const& others)
+    {
+        smallest = others.smallest < smallest ? others.smallest : smallest;
+        largest = others.largest > largest ? others.largest : largest;
     }
 };
 
@@ -69,8 +83,11 @@ public:
 
     /// Of cells @p first to @p last, which must exist; nothing if there are none.
     RunSummary of(Cells const& cells, int first, int last) const;
-    /// The same without the steps, which takes half the time.
-    RunSummary extentOf(Cells const& cells, int first, int last) const;
+    /// Of the same cells, none of which may be a hole; in a fraction of the time.
+    Extremes extremesOf(Cells const& cells, int first, int last) const;
+    /// Fetches into the caches of the processor what extremesOf() needs if it begins or ends at
+    /// @p index.
+    void fetchAhead(Cells const& cells, int index) const;
     /// The first of cells @p first to @p last that is a hole; @p last + 1 if none is.
     int firstHole(Cells const& cells, int first, int last) const;
     /// The first of them that is no hole.
@@ -81,46 +98,28 @@ public:
     int firstStepAbove(Cells const& cells, int first, int last, double limit) const;
 
 private:
+    /// Of complete runs only. What extremesOf() needs lies apart, so that it reads half the memory.
     struct Level
     {
-        std::vector<RunSummary> nodes; // only of complete runs
+        struct Rest
+        {
+            double largestStep;
+            int holes;
+        };
+        CellVector<Extremes> extremes;
+        CellVector<Rest> rests;
         qint64 firstNode = 0; // number of the first one kept, counted from when all began
         qint64 span = fanOut; // cells of a node
 
         bool holds(qint64 node) const
         {
-            return node >= firstNode && node - firstNode < qint64(nodes.size());
+            return node >= firstNode && node - firstNode < qint64(rests.size());
         }
-        RunSummary const& at(qint64 node) const { return nodes[size_t(node - firstNode)]; }
-        qint64 end() const { return firstNode + qint64(nodes.size()); }
-    };
-
-    /// Extremes and holes of what has been included.
-    struct Extent
-    {
-        void includeCells(Cells const& cells, int from, int to);
-        void includeNodes(Level const& level, qint64 from, qint64 to);
-        void include(double low, double high)
-        {
-            isEmpty = false;
-            smallest = low < smallest ? low : smallest;
-            largest = high > largest ? high : largest;
-        }
-        RunSummary summary() const
-        {
-            RunSummary summary;
-            summary.holes = holes;
-            if (!isEmpty) {
-                summary.smallest = smallest;
-                summary.largest = largest;
-            }
-            return summary;
-        }
-
-        double smallest = std::numeric_limits<double>::infinity();
-        double largest = -std::numeric_limits<double>::infinity();
-        int holes = 0;
-        bool isEmpty = true;
+        RunSummary at(qint64 node) const;
+        void set(qint64 node, RunSummary const& summary);
+        void append(RunSummary const& summary);
+        void removeFront(int count);
+        qint64 end() const { return firstNode + rests.size(); }
     };
 
     qint64 completeLeaves(Cells const& cells) const { return (dropped + cells.size) / fanOut; }
