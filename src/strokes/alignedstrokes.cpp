@@ -1,5 +1,7 @@
 #include "alignedstrokes.h"
 
+#include "pixelblock.h"
+
 #include <algorithm>
 #include <cmath>
 

@@ -74,10 +74,3 @@ std::optional<PlainPen> PlainPen::of(QPen const& pen)
         return std::nullopt;
     return PlainPen{pen.color().rgb(), int(width)};
 }
-
-// Apart, since where the compiler knows how a block was made it takes it into single registers.
-void PixelBlock::blendDown(QRgb* pixels, qsizetype stride, int rows) const
-{
-    for (int row = 0; row < rows; ++row)
-        blendInto(pixels + row * stride);
-}

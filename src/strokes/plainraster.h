@@ -5,9 +5,6 @@
 #include <QRgb>
 #include <QTransform>
 #include <QtGlobal>
-#include <algorithm>
-#include <array>
-#include <cstring>
 #include <optional>
 
 class QPainter;
@@ -74,43 +71,3 @@ inline void blendPixel(QRgb& pixel, QRgb share, int coverage)
 {
     pixel = share + scaledPixel(pixel, 255 - coverage);
 }
-
-/// Neighbours in a row that are blended at once, which takes compilers to the vector unit.
-struct PixelBlock
-{
-    static constexpr int count = 4;
-    static constexpr size_t channelPairs = 2; ///< of a pixel
-    static constexpr size_t words = channelPairs * count; ///< of a pair each
-
-    /// A pixel whose share and coverage are none stays as it is.
-    void set(int index, QRgb penShare, int coverage)
-    {
-        share[size_t(index)] = penShare;
-        auto* const pair = &rest[channelPairs * size_t(index)];
-        std::fill_n(pair, channelPairs, quint16(255 - coverage));
-    }
-    /// blendPixel() for each.
-    void blendInto(QRgb* pixels) const
-    {
-        // In arrays of its own, so that no pixel might be a share.
-        std::array<quint16, words> news;
-        std::array<quint16, words> shares;
-        std::memcpy(news.data(), pixels, sizeof news);
-        std::memcpy(shares.data(), share.data(), sizeof shares);
-        for (size_t i = 0; i < words; ++i) {
-            auto const low = quint16((news[i] & 0xff) * rest[i]);
-            auto const high = quint16((news[i] >> 8) * rest[i]);
-            auto const lowRest = quint16(low + (low >> 8) + 128) >> 8;
-            auto const highRest = quint16(high + (high >> 8) + 128) & 0xff00;
-            // Never above 255 together, so that no channel carries into the other.
-            news[i] = quint16(shares[i] + (lowRest | highRest));
-        }
-        std::memcpy(pixels, news.data(), sizeof news);
-    }
-    /// The same for so many rows from there on, @p stride pixels apart.
-    void blendDown(QRgb* pixels, qsizetype stride, int rows) const;
-
-    std::array<QRgb, count> share = {}; ///< of the pen, premultiplied
-    std::array<quint16, words> rest
-        = {255, 255, 255, 255, 255, 255, 255, 255}; ///< what stays of 255, for both channels alike
-};

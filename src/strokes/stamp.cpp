@@ -21,7 +21,8 @@ Stamp::Stamp(QImage const& coverage, QPoint topLeft)
             int const index = int(pixel - first) % PixelBlock::count;
             if (index == 0) {
                 QPoint const left = topLeft + QPoint(int(pixel - begin), y);
-                blocks.push_back({{}, left, 0});
+                blocks.emplace_back();
+                corners.push_back(left);
                 place |= QRect(left, QSize(PixelBlock::count, 1));
             }
             blocks.back().pixels.set(index, *pixel, qAlpha(*pixel));
@@ -29,12 +30,13 @@ Stamp::Stamp(QImage const& coverage, QPoint topLeft)
     }
     // Kept for the life of the process.
     blocks.shrink_to_fit();
+    corners.shrink_to_fit();
 }
 
 void Stamp::ink(QRgb penColor)
 {
     color = penColor;
-    for (Block& block : blocks) {
+    for (PlacedBlock& block : blocks) {
         for (QRgb& share : block.pixels.share)
             share = scaledPixel(penColor, qAlpha(share));
     }
@@ -43,8 +45,8 @@ void Stamp::ink(QRgb penColor)
 void Stamp::layOut(qsizetype rasterStride)
 {
     stride = rasterStride;
-    for (Block& block : blocks)
-        block.offset = block.left.y() * stride + block.left.x();
+    for (size_t i = 0; i < blocks.size(); ++i)
+        blocks[i].offset = corners[i].y() * stride + corners[i].x();
 }
 
 void Stamp::put(PlainRaster const& raster, QPoint origin, QRgb penColor)
@@ -53,7 +55,5 @@ void Stamp::put(PlainRaster const& raster, QPoint origin, QRgb penColor)
         ink(penColor);
     if (stride != raster.getStride())
         layOut(raster.getStride());
-    QRgb* const pixels = raster.row(origin.y()) + origin.x();
-    for (Block const& block : blocks)
-        block.pixels.blendInto(pixels + block.offset);
+    blendBlocks(raster.row(origin.y()) + origin.x(), blocks.data(), blocks.size());
 }

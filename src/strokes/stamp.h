@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pixelblock.h"
 #include "plainraster.h"
 #include <QRect>
 #include <QRgb>
@@ -27,15 +28,9 @@ private:
     void ink(QRgb penColor);
     void layOut(qsizetype rasterStride);
 
-    struct Block
-    {
-        PixelBlock pixels;
-        QPoint left; // its first pixel, device pixels from the origin
-        qsizetype offset; // the same in pixels of the raster
-    };
-
     QRect place; // of all blocks
-    std::vector<Block> blocks;
+    std::vector<PlacedBlock> blocks;
+    std::vector<QPoint> corners; // their first pixels, device pixels from the origin
     QRgb color = 0; // of their shares
     qsizetype stride = 0; // of the raster of their offsets
 };

@@ -1,110 +1,93 @@
 #include "cellmemory.h"
 
+#include "largepages.h"
+
 #include <QtGlobal>
-#include <cstdlib>
-#ifdef Q_OS_LINUX
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
-#include <sys/mman.h>
+#ifdef __SSE2__
+#include <emmintrin.h>
 #endif
 
 namespace {
 
+/// Beyond what a core has to itself, on most processors.
+constexpr std::size_t largerThanCaches = std::size_t(1) << 20;
+constexpr std::size_t cacheLine = 64;
+constexpr std::size_t linesAhead = 8; // as far as it paid
+
 void* resizeOnHeap(void* memory, std::size_t bytes)
 {
-    if (bytes == 0) {
-        std::free(memory);
-        return nullptr;
-    }
     void* const resized = std::realloc(memory, bytes);
     Q_CHECK_PTR(resized);
     return resized;
 }
 
-#ifdef Q_OS_LINUX
-
-/// Of most processors, and a multiple of every size of ordinary pages.
-constexpr std::size_t largePage = std::size_t(2) << 20;
-/// The share of a block that whole large pages may take in addition.
-constexpr std::size_t sharesOfWaste = 16;
-
-std::size_t mappedLength(std::size_t bytes)
+void release(void* memory, std::size_t bytes)
 {
-    return (bytes + largePage - 1) / largePage * largePage;
+    if (largePages::suit(bytes))
+        largePages::free(memory, bytes);
+    else
+        std::free(memory);
 }
 
-bool isMapped(std::size_t bytes)
-{
-    return mappedLength(bytes) - bytes <= bytes / sharesOfWaste && bytes > 0;
-}
+#ifdef __SSE2__
 
-void unmap(char* begin, std::size_t length)
+void writePastCaches(char* to, char const* from, std::size_t bytes)
 {
-    if (length > 0)
-        munmap(begin, length);
-}
-
-/// Aligned to large pages, since the kernel uses none elsewhere.
-char* map(std::size_t length)
-{
-    void* const found = mmap(nullptr, length + largePage, PROT_READ | PROT_WRITE,
-                             MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (found == MAP_FAILED)
-        qBadAlloc();
-    auto* const begin = static_cast<char*>(found);
-    std::size_t const ahead
-        = (largePage - reinterpret_cast<std::uintptr_t>(begin) % largePage) % largePage;
-    unmap(begin, ahead);
-    unmap(begin + ahead + length, largePage - ahead);
-    madvise(begin + ahead, length, MADV_HUGEPAGE); // where it is refused, this is but slower
-    return begin + ahead;
-}
-
-char* resizeMapped(char* memory, std::size_t lengthBefore, std::size_t length)
-{
-    if (length <= lengthBefore) {
-        unmap(memory + length, lengthBefore - length);
-        return memory;
+    std::size_t const beyond = reinterpret_cast<std::uintptr_t>(to) % cacheLine;
+    std::size_t done = std::min((cacheLine - beyond) % cacheLine, bytes);
+    std::memcpy(to, from, done);
+    for (; bytes - done >= cacheLine; done += cacheLine) {
+        _mm_prefetch(from + done + linesAhead * cacheLine, _MM_HINT_NTA);
+        auto const* const line = reinterpret_cast<__m128i const*>(from + done);
+        auto* const place = reinterpret_cast<__m128i*>(to + done);
+        for (std::size_t i = 0; i < cacheLine / sizeof(__m128i); ++i)
+            _mm_stream_si128(place + i, _mm_loadu_si128(line + i));
     }
-    char* const resized = map(length);
-    // The pages themselves move, to the place of the first ones just mapped.
-    if (mremap(memory, lengthBefore, lengthBefore, MREMAP_MAYMOVE | MREMAP_FIXED, resized)
-        == MAP_FAILED) {
-        std::memcpy(resized, memory, lengthBefore);
-        unmap(memory, lengthBefore);
-    }
-    return resized;
+    _mm_sfence(); // before another thread is told
+    std::memcpy(to + done, from + done, bytes - done);
 }
 
 #endif
 
 } // namespace
 
-#ifdef Q_OS_LINUX
-
 void* resizeCellMemory(void* memory, std::size_t bytesBefore, std::size_t bytes)
 {
-    auto* const before = static_cast<char*>(memory);
-    if (isMapped(bytesBefore) && isMapped(bytes))
-        return resizeMapped(before, mappedLength(bytesBefore), mappedLength(bytes));
-    if (!isMapped(bytesBefore) && !isMapped(bytes))
+    if (bytes == 0) {
+        release(memory, bytesBefore);
+        return nullptr;
+    }
+    bool const wasLarge = largePages::suit(bytesBefore);
+    bool const isLarge = largePages::suit(bytes);
+    if (wasLarge && isLarge)
+        return largePages::resize(memory, bytesBefore, bytes);
+    if (!wasLarge && !isLarge)
         return resizeOnHeap(memory, bytes);
-    void* const resized = isMapped(bytes) ? map(mappedLength(bytes)) : resizeOnHeap(nullptr, bytes);
-    if (bytesBefore > 0 && bytes > 0)
+    void* const resized = isLarge ? largePages::allocate(bytes) : resizeOnHeap(nullptr, bytes);
+    if (bytesBefore > 0)
         std::memcpy(resized, memory, std::min(bytesBefore, bytes));
-    if (isMapped(bytesBefore))
-        unmap(before, mappedLength(bytesBefore));
-    else
-        std::free(memory);
+    release(memory, bytesBefore);
     return resized;
 }
 
-#else
-
-void* resizeCellMemory(void* memory, std::size_t, std::size_t bytes)
+void releaseSpareCellMemory()
 {
-    return resizeOnHeap(memory, bytes);
+    largePages::releaseSpares();
 }
 
+void writeCells(void* to, void const* from, std::size_t bytes, std::size_t blockBytes)
+{
+#ifdef __SSE2__
+    if (blockBytes > largerThanCaches) {
+        writePastCaches(static_cast<char*>(to), static_cast<char const*>(from), bytes);
+        return;
+    }
+#else
+    Q_UNUSED(blockBytes)
 #endif
+    std::memcpy(to, from, bytes);
+}

@@ -4,9 +4,8 @@
 #include <cstddef>
 
 /** @file
- * Memory for the cells of columns. Where large pages (2 MB) can be had and fit, they are mapped,
- * and a block that grows moves page by page: the kernel needs less time for one of them than for
- * 100 of the 512 ordinary pages in its place, which else is most of what it costs to fill a column.
+ * Memory for the cells of columns: small blocks on the heap, large ones in large pages where there
+ * are some. To hand out ordinary pages takes the kernel several times as long as to fill them.
  */
 
 /**
@@ -17,3 +16,11 @@
  * @return nullptr for 0 bytes; if there is no memory, this ends as a failing allocation of Qt does
  */
 ZELPLOT_EXPORT void* resizeCellMemory(void* memory, std::size_t bytesBefore, std::size_t bytes);
+
+/// Gives the memory that is kept for later columns, 32 MB at most, back to the system.
+ZELPLOT_EXPORT void releaseSpareCellMemory();
+
+/// Copies cells into a block of @p blockBytes. Those of a large one are written past the caches of
+/// the processor, which they would only empty, twice as fast.
+ZELPLOT_EXPORT void writeCells(void* to, void const* from, std::size_t bytes,
+                               std::size_t blockBytes);

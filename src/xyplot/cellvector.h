@@ -49,6 +49,11 @@ public:
         count += added;
         return cells + count - added;
     }
+    void append(T const* values, int added)
+    {
+        T* const to = extend(added);
+        writeCells(to, values, size_t(added) * sizeof(T), size_t(allocated) * sizeof(T));
+    }
     void remove(int first, int removed)
     {
         if (first == 0 && removed < count) { // memory in front is used when there is none behind

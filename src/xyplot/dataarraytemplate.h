@@ -177,15 +177,16 @@ template<typename T> void DataArrayTemplate<T>::appendRun(double const* newValue
     }
     bool const hadValidValues = this->hasValidValues();
     int const sizeBefore = values.size();
-    T* const cells = values.extend(count);
-    if (this->hasDoNotUseValue)
-        std::transform(newValues, newValues + count, cells,
-                       [this](double value) { return this->toTyped(value); });
-    else
-        std::copy(newValues, newValues + count, cells);
+    if constexpr (std::is_same_v<T, double>) {
+        if (this->hasDoNotUseValue)
+            std::transform(newValues, newValues + count, values.extend(count),
+                           [this](double value) { return this->toTyped(value); });
+        else
+            values.append(newValues, count);
+    }
     this->leavePending(count, allocatedBytes());
     this->announceRun(sizeBefore, count);
-    this->announceAppended(hadValidValues);
+    this->announceAppended(hadValidValues, this->isChangeHeard());
 }
 
 template<typename T> void DataArrayTemplate<T>::countLastCells(int count) const
