@@ -21,7 +21,7 @@ public:
     CellVector() = default;
     CellVector(CellVector&& other) noexcept { swap(other); }
     Q_DISABLE_COPY(CellVector)
-    ~CellVector() { resizeMemory(0); }
+    ~CellVector() { clear(); }
 
     int size() const { return count; }
     bool isEmpty() const { return count == 0; }
