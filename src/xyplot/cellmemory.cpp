@@ -40,8 +40,10 @@ void writePastCaches(char* to, char const* from, std::size_t bytes)
     std::size_t const beyond = reinterpret_cast<std::uintptr_t>(to) % cacheLine;
     std::size_t done = std::min((cacheLine - beyond) % cacheLine, bytes);
     std::memcpy(to, from, done);
+    // A number, since a pointer must not leave the run.
+    auto const ahead = reinterpret_cast<std::uintptr_t>(from) + linesAhead * cacheLine;
     for (; bytes - done >= cacheLine; done += cacheLine) {
-        _mm_prefetch(from + done + linesAhead * cacheLine, _MM_HINT_NTA);
+        _mm_prefetch(reinterpret_cast<char const*>(ahead + done), _MM_HINT_NTA);
         auto const* const line = reinterpret_cast<__m128i const*>(from + done);
         auto* const place = reinterpret_cast<__m128i*>(to + done);
         for (std::size_t i = 0; i < cacheLine / sizeof(__m128i); ++i)
