@@ -45,9 +45,9 @@ struct Extremes
  * Summaries of a dense column in levels: of each 64 cells, of each 64 of these, and so on.
  *
  * They answer for any run of cells what it amounts to, without a visit to each, in
- * O(64 log64 n). They take 1/16 of the memory of the column. The column keeps them up: appending
- * costs O(1), amortised, replacing a cell O(64 log64 n), dropping cells from the front O(1),
- * amortised; anything else makes them anew.
+ * O(64 log64 n). They take 1/16 of the memory of the column. The column keeps them up: the next
+ * question takes in what has been appended, at O(1) a cell; replacing a cell costs O(64 log64 n),
+ * dropping cells from the front O(1), amortised; anything else makes them anew.
  */
 class ZELPLOT_EXPORT ColumnSummary
 {

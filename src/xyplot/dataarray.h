@@ -15,9 +15,10 @@ class ColumnNotices;
  * A column of numbers: the form in which all data of a plot live.
  *
  * Every storage looks from outside like one sequence of doubles, in which a hole (a cell without a
- * measurement) reads as NaN. The column keeps its statistics and notices whether it ascends while
- * it grows, so that asking for either, or searching, needs no walk over the cells. It can be
- * thinned by two while data come in, or drop cells from its front.
+ * measurement) reads as NaN. The column keeps its statistics and notices whether it ascends, so
+ * that asking for either, or searching, takes at most a walk over the cells that have been appended
+ * since it was asked before. It can be thinned by two while data come in, or drop cells from its
+ * front.
  *
  * A column is made with `new` and has no parent. Whoever uses it, as a data set does, holds a
  * reference; with the last one it deletes itself, unless setReferenceCounted(false) left it to its
@@ -106,9 +107,9 @@ public:
     }
     /// Mean of the valid values; NaN if there are none.
     double getMean() const;
-    /// Smallest valid value; NaN if there are none. O(1) unless an extreme has left the column.
+    /// Smallest valid value; NaN if there are none. Walks over all cells if an extreme has left.
     double getMinimum() const;
-    /// Largest valid value; NaN if there are none. O(1) unless an extreme has left the column.
+    /// Largest valid value; NaN if there are none. Walks over all cells if an extreme has left.
     double getMaximum() const;
     /// False once a hole or a decrease has come in, even if it has gone since.
     bool isNondecreasing() const

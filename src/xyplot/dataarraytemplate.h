@@ -65,7 +65,7 @@ public:
      * What cells @p first to @p last amount to, which must exist, without a visit to each.
      *
      * The first question after a change other than appending, replacing and dropping from the
-     * front costs O(n), all others O(log n).
+     * front costs O(n), all others O(log n), besides O(1) for each cell appended since the last.
      */
     RunSummary summarize(int first, int last) const
     {
