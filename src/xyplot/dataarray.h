@@ -214,10 +214,9 @@ private:
                 maximum = value;
                 minMaxValid = true;
             } else if (minMaxValid) { // else the next reader rebuilds them anyway
-                if (value > maximum)
-                    maximum = value;
-                if (value <= minimum)
-                    minimum = value;
+                // In the form of one instruction each: the branches would be taken at random.
+                maximum = value > maximum ? value : maximum;
+                minimum = minimum < value ? minimum : value;
             }
         }
     };
