@@ -450,7 +450,6 @@ void DataArray::determineIsNonDecreasing()
 
 void DataArray::updateIsNondecreasing(int index)
 {
-    countPending();
     if (nondecreasing)
         nondecreasing = isOrderedAt(index, dataSize() - 1);
 }
