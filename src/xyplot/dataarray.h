@@ -198,10 +198,11 @@ private:
     /// Of the valid values, kept up incrementally.
     struct Statistics
     {
-        double sum = 0.0;
-        int validCount = 0;
+        // The extremes apart, since compilers would take two neighbours for one vector, and longer.
         double minimum = NaN;
+        int validCount = 0;
         double maximum = NaN;
+        double sum = 0.0;
         bool minMaxValid = true; // false: rebuild the extremes when somebody asks
 
         void include(double value)
