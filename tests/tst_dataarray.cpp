@@ -269,7 +269,13 @@ void tst_DataArray::appendingAtOnceEqualsTheGeneralWay()
                     column.removeOddIndexedData();
                 else if (act == 14)
                     column.clearData();
-                else if (act < 18)
+                else if (act == 15)
+                    column.includeInStatistics(level);
+                else if (act == 16)
+                    column.determineMinimumMaximum();
+                else if (act == 17 && index >= 0)
+                    column.updateIsNondecreasing(index);
+                else if (act < 21)
                     column.appendTyped(cells[0]);
                 else
                     column.append(cells[0]);
@@ -280,7 +286,9 @@ void tst_DataArray::appendingAtOnceEqualsTheGeneralWay()
                     state += QString::asprintf(" %d %d %.17g", column.getNrOfValidValues(),
                                                column.isNondecreasing(), column.getMean());
                 if (act % 4 == 0) // else the extremes stay stale
-                    state += QString::asprintf(" %g %g", column.getMinimum(), column.getMaximum());
+                    state += QString::asprintf(" %g", column.getMinimum());
+                if (act % 5 == 0)
+                    state += QString::asprintf(" %g", column.getMaximum());
                 for (int i = column.dataSize() - 1; i >= 0 && act == 0; --i)
                     state += QString::asprintf(" %g", column.getTypedValue(i));
                 return state;

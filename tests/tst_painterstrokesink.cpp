@@ -15,6 +15,7 @@ private Q_SLOTS:
     void linesLookAsThePaintersOwn();
     void symbolsLookAsThePaintersOwn_data();
     void symbolsLookAsThePaintersOwn();
+    void rowsOfBrokenPixelsAreLeftToThePainter();
 };
 
 using Change = void (*)(QPainter&);
@@ -164,6 +165,16 @@ void tst_PainterStrokeSink::symbolsLookAsThePaintersOwn()
             QCOMPARE(pictures.largestDifference(), 0);
         }
     }
+}
+
+/// In memory of an application.
+void tst_PainterStrokeSink::rowsOfBrokenPixelsAreLeftToThePainter()
+{
+    alignas(QRgb) uchar memory[200] = {};
+    QImage image(memory, 4, 4, 4 * int(sizeof(QRgb)) + 2, QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QVERIFY(PlainRaster(painter).isNull());
 }
 
 QTEST_MAIN(tst_PainterStrokeSink)

@@ -74,6 +74,12 @@ void OurPlot::appendInRuns(Points const& points)
         dataSets.back()->append(run.xs.constData(), run.ys.constData(), int(run.xs.size()));
 }
 
+View OurPlot::findBounds()
+{
+    Bounds const bounds = dataSets.back()->getBounds();
+    return {bounds.minX, bounds.maxX, bounds.minY, bounds.maxY};
+}
+
 void OurPlot::show(View const& view)
 {
     XYCanvas* const canvas = plot.getCanvas();

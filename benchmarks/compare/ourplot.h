@@ -17,6 +17,7 @@ public:
     void append(double x, double y) override { dataSets.back()->append(x, y); }
     void appendOneByOne(Points const& points) override;
     void appendInRuns(Points const& points) override;
+    View findBounds() override;
     void show(View const& view) override;
     void showAppended() override;
     QRect dataRect() const override;

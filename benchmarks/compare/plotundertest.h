@@ -26,6 +26,8 @@ public:
     virtual void append(double x, double y) = 0;
     virtual void appendOneByOne(Points const& points) = 0;
     virtual void appendInRuns(Points const& points) = 0;
+    /// The extremes of x and y, which a first drawing asks for.
+    virtual View findBounds() = 0;
     /// Draws everything anew in @p view and puts it into the window.
     virtual void show(View const& view) = 0;
     /// Puts what was appended into the window, in the view as it is.

@@ -54,6 +54,14 @@ void TheirPlot::appendInRuns(Points const& points)
         graph->addData(run.xs, run.ys, true);
 }
 
+View TheirPlot::findBounds()
+{
+    bool isFound = false;
+    QCPRange const xs = graph->getKeyRange(isFound);
+    QCPRange const ys = graph->getValueRange(isFound);
+    return {xs.lower, xs.upper, ys.lower, ys.upper};
+}
+
 void TheirPlot::show(View const& view)
 {
     plot->xAxis->setRange(view.minX, view.maxX);

@@ -24,7 +24,7 @@ bool isPlain(QImage const& image)
     // A painted image is shared with no other, so that taking its bits copies nothing.
     // A ratio below 1 counts for the painter's clip only, not for what it paints.
     return image.isDetached() && image.devicePixelRatio() >= 1.0 && image.width() <= largestExtent
-        && image.height() <= largestExtent
+        && image.height() <= largestExtent && image.bytesPerLine() % qsizetype(sizeof(QRgb)) == 0
         && (image.format() == QImage::Format_RGB32
             || image.format() == QImage::Format_ARGB32_Premultiplied);
 }

@@ -16,8 +16,8 @@ class QPainter;
  * The stamps of one width of the pen: of symbols, and of strokes to the next column of pixels.
  *
  * They are shared by all canvases and kept for the life of the process. With all its stamps a set
- * takes 1 megabyte for the thinnest pen and 10 for the widest at the highest pixel ratio. For the
- * user-interface thread only.
+ * takes from 1 megabyte for the thinnest pen to 15 for the widest at the highest pixel ratio. For
+ * the user-interface thread only.
  */
 class StampSet
 {

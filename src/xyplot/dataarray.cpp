@@ -125,18 +125,21 @@ void DataArray::appendRun(double const* values, int count)
 
 void DataArray::countCells(double const* cells, int count, double hole, double before) const
 {
-    auto const isHole = [hole](double value) { return isNaN(value) || value == hole; };
-    int const validCountBefore = statistics.validCount;
     // In registers. The sum depends on the order of its terms, so that this takes as long as their
     // additions one behind the other.
     Statistics running = statistics;
+    bool ordered = nondecreasing;
     for (int i = 0; i < count; ++i) {
-        if (!isHole(cells[i]))
-            running.include(cells[i]);
+        double const value = cells[i];
+        ordered &= before <= value;
+        before = value;
+        if (isNaN(value) || value == hole)
+            ordered = false;
+        else
+            running.include(value);
     }
     statistics = running;
-    nondecreasing = nondecreasing && statistics.validCount - validCountBefore == count
-        && before <= cells[0] && std::is_sorted(cells, cells + count);
+    nondecreasing = ordered;
 }
 
 /// The cells are read back, since the storage may have rounded the values.
@@ -447,7 +450,6 @@ void DataArray::determineIsNonDecreasing()
 
 void DataArray::updateIsNondecreasing(int index)
 {
-    countPending();
     if (nondecreasing)
         nondecreasing = isOrderedAt(index, dataSize() - 1);
 }

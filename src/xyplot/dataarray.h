@@ -199,10 +199,11 @@ private:
     /// Of the valid values, kept up incrementally.
     struct Statistics
     {
-        double sum = 0.0;
-        int validCount = 0;
+        // The extremes apart, since compilers would take two neighbours for one vector, and longer.
         double minimum = NaN;
+        int validCount = 0;
         double maximum = NaN;
+        double sum = 0.0;
         bool minMaxValid = true; // false: rebuild the extremes when somebody asks
 
         void include(double value)
@@ -215,10 +216,9 @@ private:
                 maximum = value;
                 minMaxValid = true;
             } else if (minMaxValid) { // else the next reader rebuilds them anyway
-                if (value > maximum)
-                    maximum = value;
-                if (value <= minimum)
-                    minimum = value;
+                // In the form of one instruction each: the branches would be taken at random.
+                maximum = value > maximum ? value : maximum;
+                minimum = minimum < value ? minimum : value;
             }
         }
     };
