@@ -96,6 +96,10 @@ void tst_DataArray::extremesFollowWhatLeaves()
     column.append(5);
     QCOMPARE(column.getMaximum(), 5.0);
     QCOMPARE(column.getMean(), 3.5);
+    column.clearData();
+    column.determineMinimumMaximum();
+    column.append(6); // still counted as one of many, and not below what is no number
+    QCOMPARE(column.getMinimum(), NaN);
 }
 
 void tst_DataArray::monotonyAfterReplace()

@@ -216,9 +216,9 @@ private:
                 maximum = value;
                 minMaxValid = true;
             } else if (minMaxValid) { // else the next reader rebuilds them anyway
-                // In the form of one instruction each: the branches would be taken at random.
+                // Selected, since branches would be taken at random. An extreme that is NaN stays.
                 maximum = value > maximum ? value : maximum;
-                minimum = minimum < value ? minimum : value;
+                minimum = value <= minimum ? value : minimum;
             }
         }
     };
