@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cmath>
+#include <numeric>
 #include <random>
 
 /// Passing over runs of points must amount to exactly what visiting each does.
@@ -181,22 +182,25 @@ void tst_ColumnRuns::passingAmountsToVisiting()
 
 void tst_ColumnRuns::manyPointsGiveTheSamePicture()
 {
-    constexpr int count = 2000000;
+    constexpr int count = 10000000;
+    constexpr int runLength = 50000;
     Random random(1);
-    QVector<double> xs(count);
-    QVector<double> ys(count);
-    for (int i = 0; i < count; ++i) {
-        int const level = i / 50000;
-        auto const bits = random();
-        xs[i] = i % 50000 == 0 ? i + 0.5 : i;
-        ys[i] = bits % 30000 == 0 ? NaN : level + double(bits % 1000) * 0.01;
-    }
     XYDataSet dataSet(new DataArrayTemplate<double>, new DataArrayTemplate<double>, "curve",
                       Qt::red, SYMBOL_NONE, Qt::SolidLine, 1);
-    dataSet.append(xs.constData(), ys.constData(), count);
+    for (int first = 0; first < count; first += runLength) {
+        QVector<double> xs(runLength);
+        QVector<double> ys(runLength);
+        std::iota(xs.begin(), xs.end(), first);
+        xs.first() += 0.5; // behind a gap
+        for (double& y : ys) {
+            auto const bits = random();
+            y = bits % 30000 == 0 ? NaN : first / runLength + double(bits % 1000) * 0.01;
+        }
+        dataSet.append(xs.constData(), ys.constData(), runLength);
+    }
     TraceSettings settings;
     settings.dataSet = &dataSet;
-    settings.transform.set(Bounds{0.0, count, 0.0, 50.0}, 100, 50);
+    settings.transform.set(Bounds{0.0, count, 0.0, 210.0}, 100, 50);
     settings.disconnectionThreshold = 1.2;
     QImage const passed = picture(settings, 0);
     settings.visitsEachPoint = true;
