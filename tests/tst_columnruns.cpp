@@ -187,14 +187,14 @@ void tst_ColumnRuns::manyPointsGiveTheSamePicture()
     Random random(1);
     XYDataSet dataSet(new DataArrayTemplate<double>, new DataArrayTemplate<double>, "curve",
                       Qt::red, SYMBOL_NONE, Qt::SolidLine, 1);
-    for (int first = 0; first < count; first += runLength) {
+    for (int run = 0; run < count / runLength; ++run) {
         QVector<double> xs(runLength);
         QVector<double> ys(runLength);
-        std::iota(xs.begin(), xs.end(), first);
+        std::iota(xs.begin(), xs.end(), run * runLength);
         xs.first() += 0.5; // behind a gap
         for (double& y : ys) {
             auto const bits = random();
-            y = bits % 30000 == 0 ? NaN : first / runLength + double(bits % 1000) * 0.01;
+            y = bits % 30000 == 0 ? NaN : run + double(bits % 1000) * 0.01;
         }
         dataSet.append(xs.constData(), ys.constData(), runLength);
     }
