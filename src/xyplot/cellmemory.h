@@ -17,7 +17,7 @@
  */
 ZELPLOT_EXPORT void* resizeCellMemory(void* memory, std::size_t bytesBefore, std::size_t bytes);
 
-/// Gives the memory that is kept for later columns, 48 MB at most, back to the system.
+/// Gives the memory that is kept for later columns, 52 MB at most, back to the system.
 ZELPLOT_EXPORT void releaseSpareCellMemory();
 
 /// Copies cells into a block of @p blockBytes. Those of a large one are written past the caches of
