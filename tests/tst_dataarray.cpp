@@ -208,6 +208,44 @@ void tst_DataArray::runIsAsManySingleOnes()
 
 void tst_DataArray::appendingAtOnceEqualsTheGeneralWay()
 {
+    using Dense = DataArrayTemplate<double>;
+    using Act = void (*)(Dense&, Cells const&, int index); // the index is -1 in an empty column
+    constexpr Act typed = [](Dense& c, Cells const& cells, int) { c.appendTyped(cells[0]); };
+    constexpr Act acts[] = {
+        [](Dense& c, Cells const& cells, int) {
+            c.append(cells.constData(), int(cells.size()));
+            c.squeeze(); // the room that a run asks for is another
+        },
+        [](Dense& c, Cells const&, int index) { c.leftshift(index + 1); },
+        [](Dense& c, Cells const& cells, int index) {
+            if (index >= 0)
+                c.replace(index, cells[0]);
+        },
+        [](Dense& c, Cells const& cells, int index) { // behind the back of the books
+            if (index >= 0)
+                c.replaceData(index, cells[0]);
+        },
+        [](Dense& c, Cells const&, int) { c.decimateKeepEven(); },
+        [](Dense& c, Cells const&, int) { c.squeeze(); },
+        [](Dense& c, Cells const&, int) { c.determineIsNonDecreasing(); },
+        [](Dense& c, Cells const&, int) { c.excludeFromTotalMemoryConsumption(); },
+        [](Dense& c, Cells const&, int) { c.reinit(); },
+        [](Dense& c, Cells const& cells, int) { c.appendData(cells[0]); },
+        [](Dense& c, Cells const&, int) { c.removeData(0, qMin(2, c.dataSize())); },
+        [](Dense& c, Cells const& cells, int) { c.removeFromStatistics(cells[0]); },
+        [](Dense& c, Cells const&, int) { c.resetStatistics(); },
+        [](Dense& c, Cells const&, int) { c.removeOddIndexedData(); },
+        [](Dense& c, Cells const&, int) { c.clearData(); },
+        [](Dense& c, Cells const& cells, int) { c.includeInStatistics(cells[0]); },
+        [](Dense& c, Cells const&, int) { c.determineMinimumMaximum(); },
+        [](Dense& c, Cells const&, int index) {
+            if (index >= 0)
+                c.updateIsNondecreasing(index);
+        },
+        typed,
+        typed,
+        typed,
+    };
     std::mt19937 random(3);
     auto const below = [&](int limit) { return int(random() % unsigned(limit)); };
     for (int round = 0; round < 400; ++round) {
@@ -242,45 +280,8 @@ void tst_DataArray::appendingAtOnceEqualsTheGeneralWay()
             int const index = atOnce.dataSize() > 0 ? below(atOnce.dataSize()) : -1;
             auto const change = [&](DataArrayTemplate<double>& column) {
                 quint32 const memoryBefore = DataArray::getTotalVectorMemoryConsumption();
-                if (act == 0) {
-                    column.append(cells.constData(), int(cells.size()));
-                    column.squeeze(); // the room that a run asks for is another
-                } else if (act == 1)
-                    column.leftshift(index + 1);
-                else if (act == 2 && index >= 0)
-                    column.replace(index, cells[0]);
-                else if (act == 3 && index >= 0)
-                    column.replaceData(index, cells[0]); // behind the back of the books
-                else if (act == 4)
-                    column.decimateKeepEven();
-                else if (act == 5)
-                    column.squeeze();
-                else if (act == 6)
-                    column.determineIsNonDecreasing();
-                else if (act == 7)
-                    column.excludeFromTotalMemoryConsumption();
-                else if (act == 8)
-                    column.reinit();
-                else if (act == 9)
-                    column.appendData(cells[0]);
-                else if (act == 10)
-                    column.removeData(0, qMin(2, column.dataSize()));
-                else if (act == 11)
-                    column.removeFromStatistics(level);
-                else if (act == 12)
-                    column.resetStatistics();
-                else if (act == 13)
-                    column.removeOddIndexedData();
-                else if (act == 14)
-                    column.clearData();
-                else if (act == 15)
-                    column.includeInStatistics(level);
-                else if (act == 16)
-                    column.determineMinimumMaximum();
-                else if (act == 17 && index >= 0)
-                    column.updateIsNondecreasing(index);
-                else if (act < 21)
-                    column.appendTyped(cells[0]);
+                if (act < int(std::size(acts)))
+                    acts[act](column, cells, index);
                 else
                     column.append(cells[0]);
                 QString state = QString::asprintf(

@@ -108,9 +108,18 @@ void* resizeOnHeap(void* memory, std::size_t bytesBefore, std::size_t bytes)
     return resized;
 }
 
-/// Of a column that is gone, or has grown into large pages.
+void* allocate(std::size_t bytes)
+{
+    return largePages::suit(bytes) ? largePages::allocate(bytes) : resizeOnHeap(nullptr, 0, bytes);
+}
+
+/// Of a column that is gone, or has moved to or from large pages.
 void release(void* memory, std::size_t bytes)
 {
+    if (largePages::suit(bytes)) {
+        largePages::free(memory, bytes);
+        return;
+    }
     std::size_t const usable = memory ? usableBytes(memory, bytes) : 0;
     if (isWorthKeeping(usable))
         spareBlocks.take(memory, usable);
@@ -142,23 +151,20 @@ void writePastCaches(char* to, char const* from, std::size_t bytes)
 
 void* resizeCellMemory(void* memory, std::size_t bytesBefore, std::size_t bytes)
 {
+    if (bytes == 0) {
+        release(memory, bytesBefore);
+        return nullptr;
+    }
     bool const wasLarge = largePages::suit(bytesBefore);
     bool const isLarge = largePages::suit(bytes);
     if (wasLarge && isLarge)
         return largePages::resize(memory, bytesBefore, bytes);
-    if (!wasLarge && !isLarge && bytes > 0)
+    if (!wasLarge && !isLarge)
         return resizeOnHeap(memory, bytesBefore, bytes);
-    void* resized = nullptr;
-    if (isLarge)
-        resized = largePages::allocate(bytes);
-    else if (bytes > 0)
-        resized = resizeOnHeap(nullptr, 0, bytes);
-    if (resized && bytesBefore > 0)
+    void* const resized = allocate(bytes);
+    if (bytesBefore > 0)
         std::memcpy(resized, memory, std::min(bytesBefore, bytes));
-    if (wasLarge)
-        largePages::free(memory, bytesBefore);
-    else
-        release(memory, bytesBefore);
+    release(memory, bytesBefore);
     return resized;
 }
 

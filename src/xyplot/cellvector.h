@@ -24,10 +24,8 @@ public:
     ~CellVector() { clear(); }
 
     int size() const { return count; }
-    bool isEmpty() const { return count == 0; }
     T const* data() const { return cells; }
     T const& operator[](int index) const { return cells[index]; }
-    T last() const { return cells[count - 1]; }
     /// Cells that there is memory for.
     qsizetype capacity() const { return allocated; }
 
